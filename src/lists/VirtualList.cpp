@@ -1,0 +1,232 @@
+#include "lists/VirtualList.h"
+
+#include <utility>
+
+#include "lists/NumberSearch.h"
+#include "lists/NumsClass.h"
+#include "lists/YStrings.h"
+#include "platform/Failure.h"
+#include "platform/Text.h"
+
+namespace larder {
+
+namespace {
+
+constexpr std::int32_t reportEvery = 200;
+
+std::string KeyForm(std::string_view key) {
+    return UpperCase(TrimBlanks(key));
+}
+
+}  // namespace
+
+VirtualList::VirtualList(GrowingListObserver& observer, ListTicket& ticket)
+    : observer_(observer), ticket_(ticket) {}
+
+void VirtualList::Add(const std::string& text, const std::string& tag, std::int32_t num,
+                      const std::string& key, std::int16_t icon, bool bold,
+                      const std::string& /*before*/, const std::string& /*after*/) {
+    auto item = std::make_unique<VirtualListItem>();
+    item->Num = num;
+    item->Text = text;
+    item->Tag = tag;
+    item->Icon = icon;
+    item->Bold = bold;
+    item->Key = key;
+    if (item->Key.empty()) item->Key = "k" + std::to_string(num != 0 ? num : Count());
+    if (!byKey_.emplace(KeyForm(item->Key), item.get()).second) return;
+    item->Index = Length() + 1;
+    colList_.push_back(std::move(item));
+    strAllNums_ += std::to_string(num) + " ";
+    Ignoring([&] { ReportGrowth(); });
+}
+
+void VirtualList::ReportGrowth() {
+    if (Count() == observer_.LinesOnScreen()) {
+        observer_.ShowSame();
+        observer_.DecorateWait(true, "...");
+    }
+    if (Count() % reportEvery == 0) {
+        observer_.UpdateScroll();
+        observer_.ReportRecipesFound("...");
+    }
+}
+
+bool VirtualList::AddRecipe(std::int32_t num, bool butDeleted) {
+    const std::string number = std::to_string(num);
+    const bool picture = observer_.HasPicture(number);
+    const std::string title = observer_.GetRecipeTitle(num);
+    if (butDeleted && title.empty()) return false;
+    Add(title, number, num, "k" + number, picture ? 2 : 0, picture);
+    return true;
+}
+
+// The item at a place that may come from a text, and so have a fraction.
+VirtualListItem& VirtualList::Place(double index) {
+    if (!(index >= 1 && index <= Length())) {
+        throw Failure(failure::TypeMismatch, "VListClass.Item");
+    }
+    CurrentIndex = RoundToLong(index);
+    return *colList_[static_cast<std::size_t>(CurrentIndex - 1)];
+}
+
+VirtualListItem* VirtualList::Item(std::int32_t index) {
+    return colList_.empty() ? nullptr : &Place(index);
+}
+
+VirtualListItem* VirtualList::Item(const std::string& indexOrKey) {
+    if (colList_.empty()) return nullptr;
+    if (IsNumeric(indexOrKey)) return &Place(Val(indexOrKey));
+    const auto found = byKey_.find(KeyForm(indexOrKey));
+    return found == byKey_.end() ? nullptr : found->second;
+}
+
+const VirtualListItem* VirtualList::Peek(std::int32_t index) const {
+    if (index < 1 || index > Length()) return nullptr;
+    return colList_[static_cast<std::size_t>(index - 1)].get();
+}
+
+const VirtualListItem* VirtualList::PeekKey(const std::string& key) const {
+    const auto found = byKey_.find(KeyForm(key));
+    return found == byKey_.end() ? nullptr : found->second;
+}
+
+VirtualListItem* VirtualList::Peek(std::int32_t index) {
+    return const_cast<VirtualListItem*>(std::as_const(*this).Peek(index));
+}
+
+VirtualListItem* VirtualList::PeekKey(const std::string& key) {
+    return const_cast<VirtualListItem*>(std::as_const(*this).PeekKey(key));
+}
+
+void VirtualList::SetItem(std::int32_t index, const VirtualListItem& newValue) {
+    if (index < 1 || index > Length()) throw Failure(failure::TypeMismatch, "VListClass.Item");
+    VirtualListItem& item = *colList_[static_cast<std::size_t>(index - 1)];
+    const auto [entry, isNew] = byKey_.emplace(KeyForm(newValue.Key), &item);
+    if (!isNew && entry->second != &item) {
+        throw Failure(failure::KeyNotUnique, "VListClass.Item");
+    }
+    if (isNew) byKey_.erase(KeyForm(item.Key));
+    item = newValue;
+    item.Index = index;
+    CurrentIndex = index;
+}
+
+std::int32_t VirtualList::Count() const {
+    return VirtualMode ? VirtualCount_ : Length();
+}
+
+void VirtualList::SetCount(std::int32_t newValue) {
+    VirtualMode = true;
+    VirtualCount_ = newValue;
+    observer_.DecorateWait(false, "");
+}
+
+std::string VirtualList::NumsToString() const {
+    if (colList_.empty()) return {};
+    std::string nums = " ";
+    for (const auto& item : colList_)
+        nums += std::to_string(item->Num) + " ";
+    return nums;
+}
+
+bool VirtualList::StringToNums(const std::string& strNums) {
+    // A copy, because the text may be the Tag of an item that an event removes meanwhile.
+    const std::string nums = strNums;
+    ClearAll();
+    const std::int16_t intMyTicket = ticket_.Value();
+    booSearching = true;
+    Ignoring([&] { observer_.DecorateWait(true, ""); });
+    std::int32_t start = 1;
+    std::string token = YStrings::TokenFrom(nums, start, " ");
+    while (!token.empty()) {
+        Ignoring([&] { AddRecipe(ToLong(token)); });
+        token = YStrings::TokenFrom(nums, start, " ");
+        Ignoring([&] { observer_.LetEventsRun(); });
+        if (ticket_.Value() != intMyTicket) return false;
+    }
+    booSearching = false;
+    Ignoring([&] { observer_.DecorateWait(false, ""); });
+    return true;
+}
+
+void VirtualList::ClearAll() {
+    ticket_.Next();
+    ++generation_;
+    booSearching = false;
+    CurrentIndex = 0;
+    byKey_.clear();
+    colList_.clear();
+    VirtualMode = false;
+    strAllNums_ = " ";
+}
+
+VirtualListItem* VirtualList::GetNext() {
+    VirtualListItem* next = nullptr;
+    Ignoring([&] { next = Item(CurrentIndex + 1); });
+    return next;
+}
+
+bool VirtualList::IsIn(std::int32_t num) {
+    return Place(BinarySearch(num, 1, Count())).Num == num;
+}
+
+std::int32_t VirtualList::NumAt(std::int32_t index) const {
+    const VirtualListItem* item = Peek(index);
+    if (!item) throw Failure(failure::OutOfRange, "VListClass.BinarySearch");
+    return item->Num;
+}
+
+std::int32_t VirtualList::BinarySearch(std::int32_t num, std::int32_t L, std::int32_t U) const {
+    return SearchSorted(num, L, U, [this](std::int32_t place) { return NumAt(place); });
+}
+
+std::int32_t VirtualList::NextCustomRecipeNum(bool Reset) {
+    if (Reset || NextPos_ == 0) {
+        const std::int32_t original = observer_.OriginalNumRecords();
+        NextPos_ = FirstPlaceAbove(BinarySearch(original, 1, Count()), Count());
+    }
+    const VirtualListItem* item = Peek(NextPos_);
+    if (!item) return -1;
+    ++NextPos_;
+    return item->Num;
+}
+
+std::int32_t VirtualList::Find(std::int32_t num, bool Sorted) const {
+    if (Sorted) return BinarySearch(num, 1, Count());
+    for (const auto& item : colList_) {
+        if (item->Num == num) return item->Index;
+    }
+    return 0;
+}
+
+void VirtualList::RemoveNum(std::int32_t num, bool Sorted) {
+    if (VirtualMode) {
+        SetCount(Count() - 1);
+    } else {
+        const std::int32_t place = Find(num, Sorted);
+        if (place > 0) {
+            const auto item = colList_.begin() + (place - 1);
+            byKey_.erase(KeyForm((*item)->Key));
+            colList_.erase(item);
+            RebuildIndex();
+            CurrentIndex = place;
+        }
+    }
+    if (CurrentIndex > Count()) CurrentIndex = Count();
+}
+
+void VirtualList::RebuildIndex() {
+    strAllNums_ = " ";
+    std::int32_t place = 0;
+    for (const auto& item : colList_) {
+        item->Index = ++place;
+        strAllNums_ += std::to_string(item->Num) + " ";
+    }
+}
+
+void VirtualList::TestIt() {
+    NumsClass(observer_, ticket_).TestIt();
+}
+
+}  // namespace larder

@@ -1,0 +1,106 @@
+#include "platform/Drives.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <system_error>
+
+namespace larder {
+
+namespace {
+
+// The table of mounts writes blanks and the like as a backslash and three octal digits.
+std::string WithoutEscapes(const std::string& field) {
+    const auto isOctal = [](char c) { return c >= '0' && c <= '7'; };
+    std::string plain;
+    for (std::size_t i = 0; i < field.size(); ++i) {
+        if (field[i] == '\\' && i + 3 < field.size() && isOctal(field[i + 1]) &&
+            isOctal(field[i + 2]) && isOctal(field[i + 3])) {
+            plain += static_cast<char>((field[i + 1] - '0') * 64 + (field[i + 2] - '0') * 8 +
+                                       (field[i + 3] - '0'));
+            i += 3;
+        } else {
+            plain += field[i];
+        }
+    }
+    return plain;
+}
+
+// Orders names as people do: sr2 before sr10.
+bool DeviceBefore(const std::string& a, const std::string& b) {
+    const auto number = [](const std::string& name) {
+        const auto digits = name.find_last_not_of("0123456789") + 1;
+        return std::pair(name.substr(0, digits), name.substr(digits));
+    };
+    const auto [nameA, digitsA] = number(a);
+    const auto [nameB, digitsB] = number(b);
+    if (nameA != nameB) return nameA < nameB;
+    if (digitsA.size() != digitsB.size()) return digitsA.size() < digitsB.size();
+    return digitsA < digitsB;
+}
+
+struct DeviceOrder {
+    bool operator()(const std::string& a, const std::string& b) const { return DeviceBefore(a, b); }
+};
+
+// Device file -> where it is mounted; empty for a drive without a disc.
+using Discs = std::map<std::string, std::string, DeviceOrder>;
+
+void AddOpticalDrives(Discs& discs, const std::string& blockDevices) {
+    std::error_code error;
+    std::filesystem::directory_iterator entry(blockDevices, error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        const bool numbered = name.size() > 2 && name.find_first_not_of("0123456789", 2) ==
+                                                     std::string::npos;
+        if (name.starts_with("sr") && numbered) discs.emplace("/dev/" + name, "");
+    }
+}
+
+// The device that the table of mounts means: "/dev/cdrom" is a link to "/dev/sr0".
+std::string TrueDevice(const std::string& device) {
+    std::error_code error;
+    const auto target = std::filesystem::canonical(device, error);
+    return error ? device : target.string();
+}
+
+void AddMountedDiscs(Discs& discs, const std::string& mounts) {
+    std::ifstream table(mounts);
+    for (std::string line; std::getline(table, line);) {
+        std::istringstream fields(line);
+        std::string device;
+        std::string place;
+        std::string type;
+        if (!(fields >> device >> place >> type)) continue;
+        const std::string name = TrueDevice(WithoutEscapes(device));
+        const auto drive = discs.find(name);
+        const bool isDisc = type == "iso9660" || type == "udf";
+        if (drive == discs.end() && !isDisc) continue;
+        // A disc that is mounted twice is one drive, reached where it was mounted first.
+        std::string& mountPoint = discs[name];
+        if (mountPoint.empty()) mountPoint = WithoutEscapes(place);
+    }
+}
+
+}  // namespace
+
+SystemDrives::SystemDrives(std::string mounts, std::string blockDevices)
+    : mounts_(std::move(mounts)), blockDevices_(std::move(blockDevices)) {}
+
+std::vector<Drive> SystemDrives::List() {
+    Discs discs;
+    AddOpticalDrives(discs, blockDevices_);
+    AddMountedDiscs(discs, mounts_);
+
+    std::vector<Drive> drives = {{'C', Drive::Fixed, "/"}};
+    char letter = 'D';
+    for (const auto& [device, mountPoint] : discs) {
+        if (letter > 'Z') break;
+        drives.push_back({letter++, Drive::CdRom, mountPoint});
+    }
+    return drives;
+}
+
+}  // namespace larder

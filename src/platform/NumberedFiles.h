@@ -1,0 +1,128 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace larder {
+
+class Paths;
+
+// How a numbered file is opened.
+enum class FileMode {
+    Input,   // sequential text, must exist
+    Output,  // text, created or emptied
+    Append,  // text, created if missing; the position is behind the last byte
+    Binary,  // reading and writing at any byte, created if missing
+    Random,  // records of a fixed length, created if missing
+};
+
+// Files by number: the one door to the file system for everything that is data. A number stands
+// for a role and is fixed for the whole program; positions and records count from 1.
+//
+// What another open number has written is seen at once: a read after a Seek always goes to the
+// file, and the rest of the block that a line was cut from serves the lines that follow it only
+// until the number is sought or closed or anything is written through this table. So a title costs
+// one read, and a walk over a whole file one read for many lines. Every write is with the system
+// when the call returns; Flush carries it to the disk.
+//
+// Failures: 52 the number is not open (or not 1 to 511), 53 the file is missing (Input), 54 the
+// mode does not allow the operation, 55 the number is open already, 61 disk full, 62 reading past
+// the end, 63 a position or record below 1, 75 the storage cannot be reached or not be written
+// (a disc that is gone, a read-only file, a folder in the place of the file), 76 its folder is
+// missing, 57 any other input/output error, 6 a number that does not fit. A failure of the file
+// system has the program's path as its Source.
+class NumberedFiles {
+  public:
+    static constexpr int MaxNumber = 511;
+
+    // What the table is about to do to the outside; a test's hook may throw a Failure from it, or
+    // count. Kind is "open", "read", "write", "flush", "close", "truncate", "rename" or "delete".
+    // Lengths and existence are asked for without notice.
+    struct Access {
+        std::string_view Kind;
+        int Number;             // 0 for what goes by path alone
+        std::string_view Path;  // the program's path; the new name for a rename
+        std::uint64_t Bytes;    // asked for or handed over; 0 where there are none
+    };
+    using Watcher = std::function<void(const Access&)>;
+
+    explicit NumberedFiles(const Paths& paths);
+    ~NumberedFiles();
+    NumberedFiles(const NumberedFiles&) = delete;
+    NumberedFiles& operator=(const NumberedFiles&) = delete;
+
+    // Called before every operation that reaches the file system. Null for none.
+    void Watch(Watcher watcher);
+
+    // A Binary or Random file that must not be written is opened for reading alone.
+    void Open(int number, const std::string& path, FileMode mode, int recordLength = 4);
+    // Closing a number that is not open is no failure. The number is free afterwards even when the
+    // system reports a failure; CloseAll closes every number and then raises the first one.
+    void Close(int number);
+    void CloseAll();
+    bool IsOpen(int number) const;
+    // The lowest number that is not open; failure 67 when all are.
+    int FreeNumber() const;
+
+    std::int64_t Length(int number) const;         // LOF, in bytes
+    std::int64_t Position(int number) const;       // of the next byte (or record), from 1
+    void Seek(int number, std::int64_t position);  // byte, or record of a Random file
+    bool AtEnd(int number) const;                  // EOF of a sequential file
+
+    // The next line without its line end (CR LF, LF or CR); moves behind it. 62 at the end.
+    std::string ReadLine(int number);
+    // The same into a string that is used again and again, and past a line that nobody wants.
+    void ReadLineInto(int number, std::string& line);
+    void SkipLine(int number);
+    // Exactly `count` bytes from the position. 62 when the file holds fewer, 5 when negative; the
+    // length is checked against the file before memory is taken.
+    std::string ReadChars(int number, std::int64_t count);
+    // One formatted number from a line of its own: leading blanks skipped, up to a blank, comma or
+    // line end; moves behind the line end. 0 for a text that is no number. 62 at the end.
+    double ReadNumber(int number);
+
+    // Writes the text at the position, and a CR LF behind it for WriteLine. After a failure the
+    // position is where it was, and part of the text may stand behind it.
+    void Write(int number, std::string_view text);
+    void WriteLine(int number, std::string_view text);
+    // A number as it stands in a line of its own: a blank (or the sign) before, a blank behind.
+    void WriteNumberLine(int number, std::int64_t value);
+
+    // Record `record` of a Random file of 4-byte records, signed and little-endian. A record
+    // beyond the end reads as 0; one half beyond the end too. 63 below 1. Moves behind the record.
+    std::int32_t ReadRecord(int number, std::int64_t record);
+    void WriteRecord(int number, std::int64_t record, std::int32_t value);
+
+    // What was written stands on the disk when this returns, and so does the name of a file that
+    // its Open created. A failed flush is a failure.
+    void Flush(int number);
+
+    // By path, outside the numbers. Delete of a missing file is failure 53.
+    void Delete(const std::string& path);
+    // Puts `from` in the place of `to` in one step, and flushes the folder.
+    void Replace(const std::string& from, const std::string& to);
+
+  private:
+    struct Slot;
+    Slot& At(int number, const char* source) const;
+    void Tell(std::string_view kind, int number, std::string_view path, std::uint64_t bytes) const;
+    bool HoldsCurrentBlock(const Slot& slot) const;
+    template <typename Take>
+    void WalkLine(int number, Take&& take);  // hands the stretches of the next line to `take`
+    void FillBlock(Slot& slot) const;
+    void SkipLineFeed(Slot& slot) const;
+    void WriteAt(Slot& slot, std::int64_t offset, std::string_view bytes);
+    void FlushFolder(const std::string& path) const;
+
+    const Paths& paths_;
+    Watcher watcher_;
+    std::array<std::unique_ptr<Slot>, MaxNumber + 1> slots_;
+    std::uint64_t writes_ =
+        0;  // what was written through this table; dates the blocks of the slots
+};
+
+}  // namespace larder

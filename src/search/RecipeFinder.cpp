@@ -1,0 +1,177 @@
+#include "search/RecipeFinder.h"
+
+#include <algorithm>
+#include <string_view>
+#include <unordered_set>
+
+#include "lists/YStrings.h"
+#include "platform/Failure.h"
+#include "platform/Text.h"
+#include "search/SearchText.h"
+
+namespace larder {
+
+namespace {
+
+// The blank-separated parts of a text.
+std::vector<std::string> TokensOf(const std::string& text) {
+    std::vector<std::string> tokens;
+    std::int32_t start = 1;
+    while (start <= static_cast<std::int32_t>(text.size())) {
+        std::string token = YStrings::TokenFrom(text, start, " ");
+        if (token.empty()) break;
+        tokens.push_back(std::move(token));
+    }
+    return tokens;
+}
+
+// Tells of a number whether it stands in a term with a blank on both sides: the same answer as
+// looking for that text, without walking a long term for every number.
+class Term {
+  public:
+    explicit Term(const std::string& text) {
+        std::size_t at = 0;
+        while (at < text.size()) {
+            const std::size_t from = std::min(text.find_first_not_of(' ', at), text.size());
+            const std::size_t to = std::min(text.find(' ', from), text.size());
+            if (from > 0 && to < text.size()) numbers_.insert(std::string_view(text).substr(from, to - from));
+            at = to + 1;
+        }
+    }
+    bool Holds(const std::string& number) const { return numbers_.contains(number); }
+
+  private:
+    std::unordered_set<std::string_view> numbers_;
+};
+
+}  // namespace
+
+RecipeFinder::RecipeFinder(RecipeStore& store, WordIndex& index, VirtualList& list,
+                           ListTicket& ticket, FindSurroundings& surroundings)
+    : store_(store), index_(index), list_(list), ticket_(ticket), surroundings_(surroundings) {}
+
+void RecipeFinder::FindRecipes(std::string& strWhat) {
+    if (strWhat.empty()) return;
+    lngRecipesFound = 0;
+    const bool booOnly = surroundings_.OnlyInList();
+    surroundings_.HideGuideArt();
+    std::vector<std::string> colList;
+    Parts parts;
+    if (booOnly) {
+        if (TrimBlanks(list_.AllNums()).empty()) return surroundings_.ShowResult(false, false);
+        parts = PartsOfList();
+        colList.push_back(parts.strStock);
+    }
+    ReplaceDelimiters(strWhat);
+    for (std::string& term : LookUpWords(strWhat)) colList.push_back(std::move(term));
+    if (colList.empty()) return surroundings_.ShowResult(false, false);
+
+    list_.ClearAll();
+    const std::int16_t intMyTicket = ticket_.Value();
+    std::string strFound;
+    bool complete = AddMatches(colList, strFound);
+    if (complete && (!booOnly || !parts.strCustom.empty())) {
+        strFound += FindInCustomRecipes(strWhat, parts.strCustom);
+        complete = ticket_.Value() == intMyTicket;
+    }
+    if (complete) {
+        surroundings_.ShowResult(true, !strFound.empty());
+    } else if (ticket_.Value() == 0) {
+        surroundings_.ShowCancelled();
+    }
+}
+
+RecipeFinder::Parts RecipeFinder::PartsOfList() {
+    if (surroundings_.ListIsFavorites()) return PartsOfFavorites();
+    const std::string& numbers = list_.AllNums();
+    const std::int32_t firstOwn = list_.NextCustomRecipeNum(true);
+    if (firstOwn == -1) return {numbers, ""};
+    const std::size_t cut = numbers.find(" " + std::to_string(firstOwn) + " ");
+    if (cut == std::string::npos) return {numbers, ""};
+    return {numbers.substr(0, cut + 1), numbers.substr(cut)};
+}
+
+RecipeFinder::Parts RecipeFinder::PartsOfFavorites() const {
+    // The stock part begins without a blank, so its first number is found in no other term's way.
+    Parts parts;
+    for (std::int32_t i = 1; i <= list_.Count(); ++i) {
+        const std::int32_t number = list_.Peek(i)->Num;
+        std::string& part = number > store_.OriginalNumRecords ? parts.strCustom : parts.strStock;
+        part += std::to_string(number) + " ";
+    }
+    return parts;
+}
+
+std::vector<std::string> RecipeFinder::LookUpWords(const std::string& strWhat) {
+    std::vector<std::string> terms;
+    for (std::string& word : TokensOf(strWhat)) {
+        if (IsStopWord(word)) continue;
+        Ignoring([&] { terms.push_back(" " + index_.LookUpWord(word) + " "); });
+    }
+    return terms;
+}
+
+bool RecipeFinder::AddMatches(const std::vector<std::string>& colList, std::string& strFound) {
+    const auto shortest = std::ranges::min_element(colList, {}, &std::string::size);
+    std::vector<Term> others;
+    for (auto term = colList.begin(); term != colList.end(); ++term) {
+        if (term != shortest) others.emplace_back(*term);
+    }
+    const std::int16_t intMyTicket = ticket_.Value();
+    std::int32_t start = 1;
+    while (start <= static_cast<std::int32_t>(shortest->size())) {
+        const std::string number = YStrings::TokenFrom(*shortest, start, " ");
+        if (number.empty()) break;
+        const bool match = std::ranges::all_of(
+            others, [&](const Term& term) { return term.Holds(number); });
+        Ignoring([&] {
+            if (match && AddFound(ToLong(number))) strFound += " " + number + " ";
+        });
+        surroundings_.LetEventsRun();
+        if (ticket_.Value() != intMyTicket) return false;
+    }
+    return true;
+}
+
+// A deleted recipe, which the index still knows, is no hit.
+bool RecipeFinder::AddFound(std::int32_t recipeNum) {
+    if (!list_.AddRecipe(recipeNum, true)) return false;
+    ++lngRecipesFound;
+    return true;
+}
+
+std::string RecipeFinder::FindInCustomRecipes(const std::string& strWhat,
+                                              const std::string& strCustom) {
+    if (strWhat.empty()) return {};
+    const std::vector<std::string> words = TokensOf(strWhat);
+    const std::int16_t intMyTicket = ticket_.Value();
+    std::string result = " ";
+    std::int32_t start = 1;
+    std::int32_t next = store_.OriginalNumRecords;
+    const auto nextNumber = [&]() -> std::int32_t {
+        if (strCustom.empty()) return ++next;
+        const std::string token = start <= static_cast<std::int32_t>(strCustom.size())
+                                      ? YStrings::TokenFrom(strCustom, start, " ")
+                                      : std::string();
+        return token.empty() ? -1 : ToLong(token);
+    };
+    for (std::int32_t number = nextNumber();
+         number != -1 && number <= store_.TotalNumRecords; number = nextNumber()) {
+        Ignoring([&] {
+            if (MatchesAllWords(number, words) && AddFound(number)) {
+                result += std::to_string(number) + " ";
+            }
+        });
+        surroundings_.LetEventsRun();
+        if (ticket_.Value() != intMyTicket) break;
+    }
+    return result == " " ? std::string() : result;
+}
+
+bool RecipeFinder::MatchesAllWords(std::int32_t recipeNum, const std::vector<std::string>& words) {
+    surroundings_.TakeText(store_.GetRecipeRTF(recipeNum));
+    return std::ranges::all_of(
+        words, [this](const std::string& word) { return surroundings_.HoldsWord(word); });
+}
+
+}  // namespace larder

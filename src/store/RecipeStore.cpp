@@ -1,0 +1,191 @@
+#include "store/RecipeStore.h"
+
+#include <limits>
+
+#include "platform/Failure.h"
+#include "platform/Text.h"
+#include "store/FileNumbers.h"
+
+namespace larder {
+
+namespace {
+
+constexpr const char* insertDisc = "\rPlease, make sure the CD is in the drive.";
+
+// Whole records of an index: a last one that is cut short does not count.
+std::int32_t RecordsIn(std::int64_t indexLength) {
+    const std::int64_t records = indexLength / 4;
+    if (records > std::numeric_limits<std::int32_t>::max()) {
+        throw Failure(failure::Overflow, "RecalculateTotalRecipes");
+    }
+    return static_cast<std::int32_t>(records);
+}
+
+}  // namespace
+
+RecipeStore::RecipeStore(NumberedFiles& files, const DataPaths& paths, DiscQuestion& question)
+    : files_(files), paths_(paths), question_(question) {}
+
+void RecipeStore::SetTotalRecipes(std::int32_t count) {
+    TotalRecipes_ = count;
+    if (OnTotalRecipes) OnTotalRecipes(count);
+}
+
+void RecipeStore::OpenYDB_IND_Normal() {
+    using namespace filenumber;
+    Ignoring([&] { files_.Close(CustomRecipes); });
+    Ignoring([&] { files_.Close(CustomRecipesIndex); });
+    Ignoring([&] { files_.Open(Recipes, paths_.strRecipesFile, FileMode::Input); });
+    Ignoring([&] { files_.Open(RecipesIndex, paths_.strRecipesIndexFile, FileMode::Random); });
+    Ignoring([&] { files_.Open(CustomRecipes, paths_.strCustomRecipesFile, FileMode::Input); });
+    Ignoring([&] {
+        files_.Open(CustomRecipesIndex, paths_.strCustomRecipesIndexFile, FileMode::Random);
+    });
+}
+
+void RecipeStore::OpenCategoryDescriptions() {
+    files_.Open(filenumber::CatD, paths_.strCatDFile, FileMode::Input);
+    files_.Open(filenumber::CatDIndex, paths_.strCatDIndexFile, FileMode::Random);
+}
+
+RecipeStore::Place RecipeStore::PlaceOf(std::int32_t RecipeNum) const {
+    if (RecipeNum <= OriginalNumRecords) {
+        return {filenumber::Recipes, filenumber::RecipesIndex, RecipeNum};
+    }
+    return {filenumber::CustomRecipes, filenumber::CustomRecipesIndex,
+            std::int64_t{RecipeNum} - OriginalNumRecords};
+}
+
+RecipeStore::Place RecipeStore::PlaceOfDescription(std::int32_t CatNum) {
+    return {filenumber::CatD, filenumber::CatDIndex, CatNum};
+}
+
+// Moves the text file to the record and returns where it begins.
+std::int32_t RecipeStore::ToRecord(const Place& place) {
+    const std::int32_t start = files_.ReadRecord(place.Index, place.Entry);
+    files_.Seek(place.Text, start);
+    return start;
+}
+
+std::string RecipeStore::ReadTitle(const Place& place) {
+    ToRecord(place);
+    return files_.ReadLine(place.Text);
+}
+
+// The body ends with a CR LF, which does not belong to it. An entry behind the last is 0: the last
+// record ends with the file.
+std::string RecipeStore::ReadBody(const Place& place) {
+    ReadTitle(place);
+    const std::int64_t body = files_.Position(place.Text);
+    std::int64_t next = files_.ReadRecord(place.Index, place.Entry + 1);
+    if (next == 0) next = files_.Length(place.Text) + 1;
+    return files_.ReadChars(place.Text, next - body - 2);
+}
+
+// Failure 52 is the normal way back after a writer has closed the files: opens them again, and
+// tells whether that has helped.
+bool RecipeStore::ReopenAfter(const Failure& failure, const Place& place) {
+    if (failure.Number != failure::BadFileNumber) return false;
+    OpenYDB_IND_Normal();
+    return files_.IsOpen(place.Text) && files_.IsOpen(place.Index);
+}
+
+// Runs `read` until it succeeds or the user gives up, which gives nothing. A read is run again as
+// a whole, from its index entry on, because files that were opened again have lost their position.
+// `question` composes the text to ask with from the description of the failure.
+template <typename Read, typename Text>
+std::optional<std::string> RecipeStore::ReadAskingForDisc(const Place& place, Read&& read,
+                                                          Text&& question) {
+    for (;;) {
+        try {
+            return read(place);
+        } catch (const Failure& f) {
+            if (ReopenAfter(f, place)) continue;
+            const bool unreachable =
+                f.Number == failure::PathAccess || f.Number == failure::BadFileNumber;
+            if (!unreachable) throw;
+            const std::string description =
+                f.Number == failure::PathAccess ? f.Description : FailureText(failure::PathAccess);
+            if (!question_.AskOkCancel(question(description) + insertDisc)) return std::nullopt;
+            // A file that was open on a disc which has left the drive stays dead when it is back.
+            Ignoring([&] { files_.Close(place.Text); });
+            Ignoring([&] { files_.Close(place.Index); });
+        }
+    }
+}
+
+std::string RecipeStore::GetRecipeRTF(std::int32_t RecipeNum) {
+    try {
+        const auto read = [this](const Place& place) { return ReadBody(place); };
+        const auto question = [](const std::string& description) { return description; };
+        return ReadAskingForDisc(PlaceOf(RecipeNum), read, question).value_or("");
+    } catch (const Failure& f) {
+        if (f.Number == failure::BadRecordNumber) throw;
+        return {};
+    }
+}
+
+std::optional<std::string> RecipeStore::TitleUnlessGivenUp(std::int32_t RecipeNum) {
+    try {
+        const auto read = [this](const Place& place) { return ReadTitle(place); };
+        const auto question = [](const std::string&) { return std::string("Can't get recipe."); };
+        return ReadAskingForDisc(PlaceOf(RecipeNum), read, question);
+    } catch (const Failure&) {
+        return std::string();
+    }
+}
+
+std::string RecipeStore::GetRecipeTitle(std::int32_t RecipeNum) {
+    return TitleUnlessGivenUp(RecipeNum).value_or("No Disk Error");
+}
+
+std::string RecipeStore::GetRecipeTXT(std::int32_t RecipeNum) {
+    const Place place{filenumber::Recipes, filenumber::RecipesIndex, RecipeNum};
+    for (;;) {
+        try {
+            ToRecord(place);
+            return {};
+        } catch (const Failure& f) {
+            if (ReopenAfter(f, place)) continue;
+            if (f.Number != failure::BadFileNumber) throw;
+            throw Failure(failure::PathAccess, f.Source);
+        }
+    }
+}
+
+std::string RecipeStore::GetCatTitle(std::int32_t CatNum) {
+    std::string title;
+    Ignoring([&] { title = ReadTitle(PlaceOfDescription(CatNum)); });
+    return std::string(TrimBlanks(title));
+}
+
+// Unlike a recipe's body this one is read to the start of the next record, and the last one by the
+// length of the file, a byte short: what follows the closing brace is of no account to RTF.
+std::string RecipeStore::GetCatRTF(std::int32_t CatNum) {
+    const Place place = PlaceOfDescription(CatNum);
+    ReadTitle(place);
+    const std::int64_t body = files_.Position(place.Text);
+    std::int64_t next = files_.ReadRecord(place.Index, place.Entry + 1);
+    if (next == 0) next = files_.Length(place.Text);
+    return files_.ReadChars(place.Text, next - body);
+}
+
+void RecipeStore::RecalculateTotalRecipes() {
+    const std::int32_t stock = RecordsIn(files_.Length(filenumber::RecipesIndex));
+    const std::int32_t own = RecordsIn(files_.Length(filenumber::CustomRecipesIndex));
+    if (own > std::numeric_limits<std::int32_t>::max() - stock) {
+        throw Failure(failure::Overflow, "RecalculateTotalRecipes");
+    }
+    OriginalNumRecords = stock;
+    TotalNumRecords = stock + own;
+    std::int32_t deleted = 0;
+    for (std::int32_t i = 1; i <= own; ++i) {
+        const std::optional<std::string> title = TitleUnlessGivenUp(stock + i);
+        // Recipes without their disc count as present, so those that follow need no question each.
+        if (!title) break;
+        if (title->empty()) ++deleted;
+    }
+    SetTotalRecipes(TotalNumRecords - deleted);
+}
+
+}  // namespace larder

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "platform/NumberedFiles.h"
+#include "store/DataPaths.h"
+#include "store/DiscQuestion.h"
+
+namespace larder {
+
+class Failure;
+
+// Reading recipes and category descriptions by number. Recipes 1 to OriginalNumRecords are the
+// stock, in files 1 and 2; those up to TotalNumRecords are the user's own, in files 21 and 22;
+// descriptions are in 3 and 4. An index entry is the position at which the record begins in the
+// text file, and the record is a title line and the RTF behind it.
+//
+// A read that finds its file closed opens it again, because every writer leaves the files closed.
+// A read whose storage cannot be reached asks the user for the disc, and tries again for as long
+// as the answer is OK; a file that stays closed although it was opened again counts as that too.
+// Whatever stands in the files, a read takes no more memory than they are long.
+class RecipeStore {
+  public:
+    // All three outlive the store; the paths may still be assigned until the files are opened.
+    RecipeStore(NumberedFiles& files, const DataPaths& paths, DiscQuestion& question);
+
+    std::int32_t OriginalNumRecords = 0;
+    std::int32_t TotalNumRecords = 0;  // records, deleted ones included
+
+    // The count of recipes that the user is told: records without the deleted custom ones.
+    std::int32_t TotalRecipes() const { return TotalRecipes_; }
+    void SetTotalRecipes(std::int32_t count);
+    // Called with each count that is set; may be empty.
+    std::function<void(std::int32_t)> OnTotalRecipes;
+
+    // Closes files 21 and 22 and opens 1, 2, 21 and 22, going on whatever fails: what is open stays
+    // in use, a missing text file stays closed, a missing index comes into being, empty.
+    void OpenYDB_IND_Normal();
+    // Opens files 3 and 4. A text file that cannot be opened is a failure.
+    void OpenCategoryDescriptions();
+
+    // The body. An empty text when the user gives up on the disc, and for whatever else cannot be
+    // read, but failure 63 for a number that has no record.
+    std::string GetRecipeRTF(std::int32_t RecipeNum);
+    // The title line, empty for a deleted recipe and for what cannot be read; "No Disk Error" when
+    // the user gives up on the disc.
+    std::string GetRecipeTitle(std::int32_t RecipeNum);
+    // Moves file 1 to a stock recipe; returns an empty text. Any failure reaches the caller.
+    std::string GetRecipeTXT(std::int32_t RecipeNum);
+
+    // Title without blanks at its ends; an empty text whatever fails.
+    std::string GetCatTitle(std::int32_t CatNum);
+    // The body with the lines that close the record, in the last record all but their last byte.
+    // Any failure reaches the caller.
+    std::string GetCatRTF(std::int32_t CatNum);
+
+    // Counts anew: OriginalNumRecords, TotalNumRecords, TotalRecipes. Failure 52 when an index is
+    // not open.
+    void RecalculateTotalRecipes();
+
+  private:
+    // The files that hold a record, and its entry in the index.
+    struct Place {
+        int Text;
+        int Index;
+        std::int64_t Entry;
+    };
+    Place PlaceOf(std::int32_t RecipeNum) const;
+    static Place PlaceOfDescription(std::int32_t CatNum);
+
+    std::int32_t ToRecord(const Place& place);
+    std::string ReadTitle(const Place& place);
+    std::string ReadBody(const Place& place);
+
+    template <typename Read, typename Text>
+    std::optional<std::string> ReadAskingForDisc(const Place& place, Read&& read, Text&& question);
+    bool ReopenAfter(const Failure& failure, const Place& place);
+    std::optional<std::string> TitleUnlessGivenUp(std::int32_t RecipeNum);
+
+    NumberedFiles& files_;
+    const DataPaths& paths_;
+    DiscQuestion& question_;
+    std::int32_t TotalRecipes_ = 0;
+};
+
+}  // namespace larder

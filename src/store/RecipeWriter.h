@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "platform/NumberedFiles.h"
+#include "store/DataPaths.h"
+#include "store/RecipeStore.h"
+
+namespace larder {
+
+// Puts records at the end of the database files. What it writes is ordered so that a crash costs
+// the record being added and no other: text before index entry, each carried to the disk.
+class RecipeWriter {
+  public:
+    // Shows a critical message to the user.
+    using Message = std::function<void(const std::string& text)>;
+
+    // All three outlive the writer.
+    RecipeWriter(NumberedFiles& files, const DataPaths& paths, RecipeStore& store, Message message);
+
+    // Appends a recipe to the custom files (21 and 22), which makes it number TotalNumRecords + 1,
+    // or to the temporary files (11 and 12), which whoever puts them in the place of others has to
+    // flush. Other pairs open nothing. Leaves both files closed; a failure is shown as a message.
+    void AddRecipeTo_YDB_IND(const std::string& strTitleTXT, const std::string& strRecipeRTF,
+                             std::int16_t XYDBFileNum, std::int16_t XINDFileNum);
+
+    // Appends a category description to files 3 and 4, which are open before and after. Any
+    // failure reaches the caller.
+    void AddCategoryTo_YDB_IND(const std::string& strTitleTXT, const std::string& strCategoryD_RTF);
+
+    // The lines up to the next "\yyk", each with a CR behind it, and where they began. A tail
+    // without that line is returned with the position -1.
+    std::string GetNextRecipieFromDisk(std::int16_t fileN, std::int32_t& Position);
+
+  private:
+    std::int32_t PositionForAppending(int textNumber);
+    void OpenForAppending(std::int16_t textNumber, std::int16_t indexNumber);
+    void Append(const std::string& title, const std::string& rtf, std::int16_t textNumber,
+                std::int16_t indexNumber);
+
+    NumberedFiles& files_;
+    const DataPaths& paths_;
+    RecipeStore& store_;
+    Message message_;
+};
+
+}  // namespace larder
