@@ -1,0 +1,288 @@
+#include "platform/ImageButton.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QCursor>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QWidget>
+#include <algorithm>
+#include <utility>
+
+#include "platform/Fonts.h"
+#include "platform/Handlers.h"
+#include "platform/Keys.h"
+#include "platform/Native.h"
+#include "platform/Painting.h"
+
+namespace larder {
+
+// The press of a button: by one mouse button or by Space, from its beginning to its end. While it
+// is held and off the button, the button looks up again.
+class ImageButton::Widget : public QWidget {
+  public:
+    Widget(QWidget* parent, ImageButton& button) : QWidget(parent), button_(button) {
+        setFocusPolicy(Qt::StrongFocus);
+        setCursor(Qt::PointingHandCursor);
+        setAttribute(Qt::WA_Hover);
+    }
+
+    // A whole press at once, as assistive technology and Enter make it.
+    void PressAndRelease() {
+        Fire(button_.OnMouseDown, mouse::LeftButton, 0, CentreX(), CentreY());
+        const QPointer<Widget> alive(this);
+        Fire(button_.OnMouseUp, mouse::LeftButton, 0, CentreX(), CentreY());
+        if (!alive.isNull()) Fire(button_.OnClick);
+    }
+
+    void TellState() {
+        update();
+        if (!QAccessible::isActive()) return;
+        QAccessible::State changed;
+        changed.pressed = true;
+        changed.disabled = true;
+        QAccessibleStateChangeEvent event(this, changed);
+        QAccessible::updateAccessibility(&event);
+    }
+
+    const ImageButton& Button() const { return button_; }
+
+  protected:
+    void paintEvent(QPaintEvent*) override;
+
+    void mousePressEvent(QMouseEvent* event) override {
+        if (heldBy_ != Qt::NoButton || spaceHeld_) return;
+        heldBy_ = event->button();
+        SetPressed(true);
+        FireMouse(button_.OnMouseDown, *event);
+    }
+    // A second quick press is a press like the first.
+    void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
+
+    void mouseMoveEvent(QMouseEvent* event) override {
+        if (heldBy_ != Qt::NoButton) SetPressed(IsOver(*event));
+    }
+
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        if (heldBy_ == Qt::NoButton || event->button() != heldBy_) return;
+        const bool clicks = heldBy_ == Qt::LeftButton && IsOver(*event);
+        heldBy_ = Qt::NoButton;
+        SetPressed(false);
+        const QPointer<Widget> alive(this);
+        FireMouse(button_.OnMouseUp, *event);
+        if (clicks && !alive.isNull()) Fire(button_.OnClick);
+    }
+
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+
+    void focusInEvent(QFocusEvent* event) override {
+        if (event->reason() != Qt::ActiveWindowFocusReason &&
+            event->reason() != Qt::PopupFocusReason) {
+            ring_ = event->reason() != Qt::MouseFocusReason;
+        }
+        update();
+    }
+    void focusOutEvent(QFocusEvent*) override {
+        if (spaceHeld_) EndPress();
+        update();
+    }
+    void hideEvent(QHideEvent*) override { EndPress(); }
+
+    bool event(QEvent* event) override {
+        const bool lost =
+            event->type() == QEvent::WindowBlocked || event->type() == QEvent::WindowDeactivate;
+        if (lost) EndPress();
+        return QWidget::event(event);
+    }
+
+  private:
+    float CentreX() const { return button_.Width() / 2; }
+    float CentreY() const { return button_.Height() / 2; }
+    bool IsOver(const QMouseEvent& event) const {
+        return rect().contains(event.position().toPoint());
+    }
+
+    void SetPressed(bool pressed) {
+        button_.pressed_ = pressed;
+        update();
+    }
+
+    // The press ends and its release will never be seen.
+    void EndPress() {
+        if (heldBy_ == Qt::NoButton && !spaceHeld_) return;
+        const int held = heldBy_ == Qt::RightButton    ? mouse::RightButton
+                         : heldBy_ == Qt::MiddleButton ? mouse::MiddleButton
+                                                       : mouse::LeftButton;
+        heldBy_ = Qt::NoButton;
+        spaceHeld_ = false;
+        SetPressed(false);
+        Fire(button_.OnMouseUp, held, 0, CentreX(), CentreY());
+    }
+
+    void PaintRing(QPainter& painter) const;
+
+    ImageButton& button_;
+    Qt::MouseButton heldBy_ = Qt::NoButton;
+    bool spaceHeld_ = false;
+    bool ring_ = false;  // the focus came by the keyboard or by program
+};
+
+void ImageButton::Widget::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (!event->isAutoRepeat()) PressAndRelease();
+        return;
+    }
+    if (event->key() == Qt::Key_Escape && spaceHeld_) {
+        EndPress();
+        return;
+    }
+    if (event->key() != Qt::Key_Space) {
+        event->ignore();
+        return;
+    }
+    if (event->isAutoRepeat() || spaceHeld_ || heldBy_ != Qt::NoButton) return;
+    spaceHeld_ = true;
+    SetPressed(true);
+    Fire(button_.OnMouseDown, mouse::LeftButton, ShiftOf(*event), CentreX(), CentreY());
+}
+
+void ImageButton::Widget::keyReleaseEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Space) {
+        event->ignore();
+        return;
+    }
+    if (event->isAutoRepeat() || !spaceHeld_) return;
+    const QPointer<Widget> alive(this);
+    EndPress();
+    if (!alive.isNull()) Fire(button_.OnClick);
+}
+
+void ImageButton::Widget::paintEvent(QPaintEvent*) {
+    const Design& design = button_.design_;
+    const Look look = button_.CurrentLook();
+    const Picture& picture = look == Look::Disabled ? design.ImageDisabled
+                             : look == Look::Pressed && !design.ImagePressed.IsEmpty()
+                                 ? design.ImagePressed
+                                 : design.Image;
+    QPainter painter(this);
+    if (!design.Transparent) painter.fillRect(rect(), palette().color(QPalette::Button));
+    PaintPicture(painter, picture, rect());
+    if (look == Look::Normal && button_.state_ != Disabled && underMouse()) {
+        // A little more light, and only where the picture is.
+        painter.setOpacity(0.10);
+        painter.setCompositionMode(QPainter::CompositionMode_Plus);
+        PaintPicture(painter, picture, rect());
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        painter.setOpacity(1.0);
+    }
+    if (!design.Caption.empty()) {
+        painter.setFont(NativeFont(design.CaptionFont));
+        painter.setPen(NativeColor(design.ForColor));
+        painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, NativeText(design.Caption));
+    }
+    if (ring_ && hasFocus()) PaintRing(painter);
+}
+
+// Brass on a line of navy, within the edge that the art may draw: seen on paper and on dark wood.
+void ImageButton::Widget::PaintRing(QPainter& painter) const {
+    const qreal inset = std::clamp(std::min(width(), height()) / 8.0, 2.0, 6.0);
+    const QRectF ring = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(NativeColor(house::Navy), 4));
+    painter.drawRoundedRect(ring, 4, 4);
+    painter.setPen(QPen(NativeColor(house::Brass), 2));
+    painter.drawRoundedRect(ring, 4, 4);
+}
+
+// What a screen reader sees of a button: its name, whether it is latched or dimmed, and a press.
+class ImageButton::Accessible : public QAccessibleWidget {
+  public:
+    explicit Accessible(Widget& widget)
+        : QAccessibleWidget(&widget, QAccessible::PushButton),
+          widget_(widget) {}
+
+    static QAccessibleInterface* Make(const QString&, QObject* object) {
+        auto* button = dynamic_cast<Widget*>(object);
+        return button == nullptr ? nullptr : new Accessible(*button);
+    }
+
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.pressed = widget_.Button().CurrentLook() == Look::Pressed;
+        state.disabled = widget_.Button().ButtonState() == Disabled;
+        return state;
+    }
+
+    QStringList actionNames() const override {
+        return QStringList{pressAction()} + QAccessibleWidget::actionNames();
+    }
+
+    void doAction(const QString& name) override {
+        if (name == pressAction()) {
+            widget_.PressAndRelease();
+        } else {
+            QAccessibleWidget::doAction(name);
+        }
+    }
+
+    QStringList keyBindingsForAction(const QString& name) const override {
+        if (name == pressAction()) return {QStringLiteral("Space")};
+        return QAccessibleWidget::keyBindingsForAction(name);
+    }
+
+  private:
+    Widget& widget_;
+};
+
+ImageButton::ImageButton(Container& container, const std::string& name)
+    : ImageButton(container, name, Design{}) {}
+
+ImageButton::ImageButton(Container& container, const std::string& name, Design design)
+    : Control(container, name, 0, new Widget(ParentFor(container), *this)) {
+    static const bool installed = [] {
+        QAccessible::installFactory(&Accessible::Make);
+        return true;
+    }();
+    Q_UNUSED(installed);
+    SetDesign(std::move(design));
+}
+
+ImageButton::Widget* ImageButton::Mine() const { return static_cast<Widget*>(Native()); }
+
+void ImageButton::SetDesign(Design design) {
+    design_ = std::move(design);
+    if (design_.Transparent) {
+        design_.Image = WithoutGround(design_.Image);
+        design_.ImagePressed = WithoutGround(design_.ImagePressed);
+        design_.ImageDisabled = WithoutGround(design_.ImageDisabled);
+    }
+    SetShownName(design_.Caption);
+    Mine()->update();
+}
+
+void ImageButton::SetButtonState(std::int32_t state) {
+    if (state == state_) return;
+    state_ = state;
+    Mine()->TellState();
+}
+
+void ImageButton::SetCaption(const std::string& caption) {
+    design_.Caption = caption;
+    SetShownName(caption);
+    Mine()->update();
+}
+
+void ImageButton::SetFocusOnClick(bool takes) {
+    Mine()->setFocusPolicy(takes ? Qt::StrongFocus : Qt::TabFocus);
+}
+
+ImageButton::Look ImageButton::CurrentLook() const {
+    if (state_ == Disabled) return design_.ImageDisabled.IsEmpty() ? Look::Normal : Look::Disabled;
+    return pressed_ || state_ == Latched ? Look::Pressed : Look::Normal;
+}
+
+}  // namespace larder

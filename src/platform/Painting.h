@@ -1,0 +1,25 @@
+#pragma once
+
+class QPainter;
+class QPixmap;
+class QRect;
+class QSize;
+
+namespace larder {
+
+class Picture;
+
+// Pictures on the Qt side of the platform layer.
+
+// The picture at exactly this many pixels of the device; kept for the next time. Null when the
+// picture is empty.
+QPixmap PixmapOf(const Picture& picture, const QSize& devicePixels);
+
+// Draws it over the place, stretched, as sharp as the device can show.
+void PaintPicture(QPainter& painter, const Picture& picture, const QRect& place);
+
+// The picture with the colour of its first pixel taken away, for a photograph without a
+// transparent ground of its own; any other picture as it is.
+Picture WithoutGround(const Picture& picture);
+
+}  // namespace larder

@@ -1,0 +1,140 @@
+#include "platform/Picture.h"
+
+#include <fcntl.h>
+
+#include <QFile>
+#include <QImage>
+#include <QImageReader>
+#include <QPainter>
+#include <QPixmap>
+#include <QSize>
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <map>
+
+#include "platform/Failure.h"
+#include "platform/Painting.h"
+#include "platform/PictureContent.h"
+
+// Outside any namespace: the name of the resource's set-up routine is a global one.
+static void InitializeArt() { Q_INIT_RESOURCE(art); }
+
+namespace larder {
+
+namespace {
+
+constexpr char Source[] = "Picture.FromFile";
+constexpr qint64 PixelLimit = 100'000'000;
+// A photograph is kept at no more pixels than any screen has room for.
+constexpr int KeptSide = 4096;
+constexpr qint64 SvgLimit = 16 * 1024 * 1024;
+
+void Open(QFile& file, const std::string& path) {
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) {
+        const int error = errno;
+        switch (error) {
+            case ENOENT:
+            case ENOTDIR: throw Failure(failure::FileNotFound, Source);
+            case ENOMEDIUM:
+            case ENXIO:
+            case ENODEV: throw Failure(failure::DriveNotReady, Source);
+            default: throw Failure(failure::PathAccess, Source);
+        }
+    }
+    if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        throw Failure(failure::PathAccess, Source);  // a folder, say
+    }
+}
+
+bool LooksLikeDrawing(QFile& file) {
+    const QByteArray head = file.peek(4096).trimmed();
+    return head.startsWith('<') || head.startsWith("\xEF\xBB\xBF<");
+}
+
+bool IsPhotographFormat(const QByteArray& format) {
+    static constexpr std::array<const char*, 4> formats = {"jpeg", "bmp", "gif", "png"};
+    return std::find(formats.begin(), formats.end(), format) != formats.end();
+}
+
+std::shared_ptr<const Picture::Content> ReadDrawing(QFile& file) {
+    if (file.size() > SvgLimit) return nullptr;
+    return DrawingContent(file.readAll().toStdString());
+}
+
+std::shared_ptr<const Picture::Content> ReadPhotograph(QFile& file) {
+    QImageReader reader(&file);
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true);
+    QSize size = reader.size();  // before anything is decoded, and before the turn
+    const bool known = IsPhotographFormat(reader.format());
+    if (!known || size.isEmpty()) return nullptr;
+    if (qint64{size.width()} * size.height() > PixelLimit) return nullptr;
+
+    if (std::max(size.width(), size.height()) > KeptSide) {
+        reader.setScaledSize(size.scaled(KeptSide, KeptSide, Qt::KeepAspectRatio)
+                                 .expandedTo(QSize(1, 1)));
+    }
+    QImageReader::setAllocationLimit(static_cast<int>(PixelLimit * 8 / (1024 * 1024)));
+    const QImage image = reader.read();
+    if (image.isNull()) return nullptr;
+    if (reader.transformation() & QImageIOHandler::TransformationRotate90) size.transpose();
+    return PhotographContent(image, size);
+}
+
+}  // namespace
+
+Picture Picture::FromArt(const std::string& name) {
+    InitializeArt();
+    static std::map<std::string, std::weak_ptr<const Content>> known;
+    std::weak_ptr<const Content>& entry = known[name];
+    auto content = entry.lock();
+    if (content == nullptr) {
+        content = ArtContent(":/art/" + name + ".svg");
+        if (content == nullptr) {
+            throw Failure(failure::FileNotFound, "Picture.FromArt", "No art named " + name);
+        }
+        entry = content;
+    }
+    return Picture(content);
+}
+
+Picture Picture::FromFile(const std::string& nativePath) {
+    QFile file;
+    Open(file, nativePath);
+    auto content = LooksLikeDrawing(file) ? ReadDrawing(file) : ReadPhotograph(file);
+    if (content == nullptr) throw Failure(failure::InvalidPicture, Source);
+    return Picture(std::move(content));
+}
+
+int Picture::PixelWidth() const { return IsEmpty() ? 0 : content_->OwnSize().width(); }
+
+int Picture::PixelHeight() const { return IsEmpty() ? 0 : content_->OwnSize().height(); }
+
+QPixmap PixmapOf(const Picture& picture, const QSize& devicePixels) {
+    if (picture.IsEmpty() || devicePixels.isEmpty()) return {};
+    return picture.Shared()->At(devicePixels);
+}
+
+void PaintPicture(QPainter& painter, const Picture& picture, const QRect& place) {
+    const qreal ratio = painter.device()->devicePixelRatioF();
+    const QSize size(qRound(place.width() * ratio), qRound(place.height() * ratio));
+    const QPixmap pixmap = PixmapOf(picture, size);
+    if (!pixmap.isNull()) painter.drawPixmap(place, pixmap);
+}
+
+Picture WithoutGround(const Picture& picture) {
+    if (picture.IsEmpty()) return picture;
+    const QImage photograph = picture.Shared()->Photograph();
+    if (photograph.isNull() || photograph.hasAlphaChannel()) return picture;
+    QImage cut = photograph.convertToFormat(QImage::Format_ARGB32);
+    const QRgb ground = cut.pixel(0, 0);
+    for (int y = 0; y < cut.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(cut.scanLine(y));
+        std::replace(line, line + cut.width(), ground, qRgba(0, 0, 0, 0));
+    }
+    return Picture(PhotographContent(cut, picture.Shared()->OwnSize()));
+}
+
+}  // namespace larder

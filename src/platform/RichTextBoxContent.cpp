@@ -1,0 +1,246 @@
+#include "platform/RichTextBoxContent.h"
+
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <string>
+
+#include "platform/Handlers.h"
+#include "platform/Native.h"
+#include "platform/RichTextFormats.h"
+
+namespace larder {
+
+using Kind = RichTextContent::Change::Kind;
+
+// While it lives, what happens in the document is not the user's doing.
+class RichTextBox::Content::Own {
+  public:
+    explicit Own(Content& content) : content_(content) { ++content_.own_; }
+    ~Own() { --content_.own_; }
+    Own(const Own&) = delete;
+    Own& operator=(const Own&) = delete;
+
+  private:
+    Content& content_;
+};
+
+void RichTextBox::Content::Attach(RichTextBox* box, RichTextWidget* widget) {
+    box_ = box;
+    widget_ = widget;
+    document_.emplace(*widget->document(), widget->logicalDpiY());
+}
+
+RichTextContent& RichTextBox::Content::Text() {
+    if (textBehind_) {
+        textBehind_ = false;
+        selectionBehind_ = true;
+        text_.Refresh(document_->Read(text_.Document()));
+    }
+    if (selectionBehind_) TakeSelection();
+    return text_;
+}
+
+void RichTextBox::Content::TakeSelection() {
+    selectionBehind_ = false;
+    const QTextCursor cursor = widget_->textCursor();
+    const RichText& text = text_.Document();
+    text_.Select(text.PositionAt(static_cast<std::size_t>(cursor.selectionStart())),
+                 text.PositionAt(static_cast<std::size_t>(cursor.selectionEnd())));
+    if (cursor.hasSelection()) return;
+    RichText table;
+    const CharFormat format =
+        CharFormatOf(widget_->currentCharFormat(), table, document_->DotsPerInch());
+    text_.SetNext({table.Fonts()[format.font], format.halfPoints, format.colour, format.highlight,
+                   format.bold, format.italic, format.underline, format.strike, format.script});
+}
+
+bool RichTextBox::Content::Wholesale(const RichTextContent::Change& change) const {
+    if (change.kind == Kind::Whole) return true;
+    if (widget_->document()->isUndoAvailable()) return false;
+    const std::size_t touched = change.newTo - change.from;
+    return updates_ > 0 || touched * 2 > text_.Document().Units().size();
+}
+
+void RichTextBox::Content::Changed(const RichTextContent::Change& change) {
+    if (change.kind == Kind::Nothing) return;
+    if (change.kind == Kind::Whole) {
+        EndStep();
+        textBehind_ = selectionBehind_ = caretSought_ = false;
+        fromTop_ = true;
+    }
+    if (!screenBehind_ && !Wholesale(change)) {
+        Repeat(change);
+    } else {
+        screenBehind_ = true;
+        widget_->Awaits();
+    }
+    if (box_) Fire(box_->OnChange);
+}
+
+void RichTextBox::Content::Format(const CharChange& change) {
+    const RichTextContent::Change done = Text().Format(change);
+    if (done.kind == Kind::Nothing && !screenBehind_) ShowSelection();
+    Changed(done);
+}
+
+// Makes a change of the text in the document.
+void RichTextBox::Content::Repeat(const RichTextContent::Change& change) {
+    const Own own(*this);
+    if (updates_ > 0 && !step_) {
+        step_.emplace(widget_->document());
+        step_->beginEditBlock();
+    }
+    const RichText& text = text_.Document();
+    switch (change.kind) {
+        case Kind::Text:
+            document_->Splice(text, change.from, change.oldTo, change.newTo);
+            break;
+        case Kind::Characters: document_->FormatCharacters(text, change.from, change.newTo); break;
+        case Kind::Paragraphs: document_->FormatParagraphs(text, change.from, change.newTo); break;
+        default: break;
+    }
+    revision_ = widget_->document()->revision();
+}
+
+void RichTextBox::Content::EndStep() {
+    if (!step_) return;
+    const Own own(*this);
+    step_->endEditBlock();
+    step_.reset();
+    revision_ = widget_->document()->revision();
+}
+
+void RichTextBox::Content::EndUpdate() {
+    if (--updates_ == 0) EndStep();
+}
+
+void RichTextBox::Content::Selected(RichTextLook look) {
+    caretSought_ = caretSought_ || look == RichTextLook::AtCaret;
+    if (!screenBehind_) {
+        ShowSelection();
+        if (updates_ == 0) ShowCaret();
+    }
+    TellSelection();
+}
+
+void RichTextBox::Content::TellSelection() {
+    if (text_.From() == toldFrom_ && text_.To() == toldTo_) return;
+    toldFrom_ = text_.From();
+    toldTo_ = text_.To();
+    userPlace_ = {-1, -1};
+    if (box_) Fire(box_->OnSelChange);
+}
+
+void RichTextBox::Content::ShowSelection() {
+    const Own own(*this);
+    const RichText& text = text_.Document();
+    widget_->SetSelection(static_cast<int>(text.UnitAt(text_.From())),
+                          static_cast<int>(text.UnitAt(text_.To())));
+    if (!text_.HasSelection()) {
+        widget_->setCurrentCharFormat(
+            NativeFormat(text, text_.Next(), document_->DotsPerInch()));
+    }
+}
+
+void RichTextBox::Content::ShowCaret() {
+    if (!caretSought_) return;
+    caretSought_ = false;
+    const Own own(*this);
+    widget_->ScrollTo(static_cast<int>(text_.Document().UnitAt(text_.From())));
+}
+
+void RichTextBox::Content::BringUpToDate() {
+    EndStep();
+    if (!screenBehind_ || own_ > 0) {
+        if (own_ == 0 && !textBehind_ && !selectionBehind_) ShowCaret();
+        return;
+    }
+    const Own own(*this);
+    QScrollBar& bar = *widget_->verticalScrollBar();
+    const int scrolled = fromTop_ ? 0 : bar.value();
+    document_->Build(text_.Document());
+    screenBehind_ = false;
+    revision_ = widget_->document()->revision();
+    ShowSelection();
+    if (!fromTop_) widget_->LineCount();  // lays out, so that there is something to scroll
+    bar.setValue(scrolled);
+    fromTop_ = false;
+    // At the start of new text there is nothing to scroll to, and no need to lay out all of it.
+    if (text_.From() == 0 && scrolled == 0) caretSought_ = false;
+    ShowCaret();
+}
+
+std::int32_t RichTextBox::Content::FirstVisibleLine() {
+    // New text begins at its top unless the caret has been sent further down.
+    if (screenBehind_ && fromTop_ && (!caretSought_ || text_.From() == 0)) return 0;
+    BringUpToDate();
+    return widget_->FirstVisibleLine();
+}
+
+void RichTextBox::Content::TurnPage(bool up) {
+    BringUpToDate();
+    const int line = widget_->LineOfPage(up);
+    widget_->ScrollToLine(line);
+    const auto start = static_cast<std::size_t>(widget_->StartOfLine(line));
+    const std::size_t position = Text().Document().PositionAt(start);
+    text_.Select(position, position);
+    Selected(RichTextLook::Stay);
+}
+
+bool RichTextBox::Content::ConsumesKey(QKeyEvent& event) {
+    const int code = KeyCodeOf(event);
+    int left = code;
+    if (box_) Fire(box_->OnKeyDown, left, ShiftOf(event));
+    return code != 0 && left == 0;
+}
+
+void RichTextBox::Content::UserChangedText() {
+    if (own_ > 0) return;
+    textBehind_ = true;
+    if (box_) Fire(box_->OnChange);
+}
+
+void RichTextBox::Content::UserMovedCaret() {
+    if (own_ > 0 || screenBehind_) return;
+    selectionBehind_ = true;
+    TypeAsBreak();
+    const QTextCursor cursor = widget_->textCursor();
+    const auto place = std::pair(cursor.anchor(), cursor.position());
+    if (place == userPlace_) return;  // Qt tells of the caret and of the selection
+    userPlace_ = place;
+    toldFrom_ = std::string::npos;  // reading the text for every key would be slow in a long one
+    if (box_) Fire(box_->OnSelChange);
+}
+
+// A caret that the user puts into an empty paragraph types in the format of that paragraph's own
+// break; Qt would take that of the break before.
+void RichTextBox::Content::TypeAsBreak() {
+    const int revision = widget_->document()->revision();
+    const bool moved = revision == revision_;
+    revision_ = revision;
+    const QTextCursor cursor = widget_->textCursor();
+    if (!moved || cursor.hasSelection() || cursor.block().length() > 1) return;
+    const auto format = document_->BreakFormat(cursor.position());
+    if (!format) return;
+    const Own own(*this);
+    widget_->setCurrentCharFormat(*format);
+}
+
+void RichTextBox::Content::Scrolled() {
+    if (own_ == 0 && box_) Fire(box_->OnScroll);
+}
+
+void RichTextBox::Content::Insert(const RichText& text) {
+    selectionBehind_ = true;  // a drop has moved the caret without saying so
+    Changed(Text().ReplaceSelection(text));
+    Selected(RichTextLook::Stay);
+}
+
+void RichTextBox::Content::Insert(std::u16string_view plain) {
+    selectionBehind_ = true;
+    Changed(Text().ReplaceSelection(plain));
+    Selected(RichTextLook::Stay);
+}
+
+}  // namespace larder

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QTextCursor>
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+#include "platform/RichTextBox.h"
+#include "platform/RichTextContent.h"
+#include "platform/RichTextDocument.h"
+#include "platform/RichTextWidget.h"
+
+namespace larder {
+
+// Whether the screen goes where the program put the caret.
+enum class RichTextLook { Stay, AtCaret };
+
+// Holds a box's text and the screen's document together. One of them may be behind the other:
+//   the screen, after the program changed the whole text, until somebody looks (BringUpToDate);
+//   the text, after the user worked in the document, until the program asks (Text).
+// Smaller changes of the program are made in both, so that the user can still undo his own.
+// For the Qt side of the platform layer only.
+struct RichTextBox::Content : public RichTextWidget::Host {
+  public:
+    // The box tells itself and its widget when both exist, and when it goes.
+    void Attach(RichTextBox* box, RichTextWidget* widget);
+    void Detach() { box_ = nullptr; }
+    RichTextWidget& Widget() { return *widget_; }
+
+    // The text and the selection as they are.
+    RichTextContent& Text();
+    // To be called after changes of Text() and its selection. Tell the program and the screen.
+    void Changed(const RichTextContent::Change& change);
+    void Selected(RichTextLook look);
+    // Formats the selection or, when it is empty, what is typed next.
+    void Format(const CharChange& change);
+
+    std::int32_t FirstVisibleLine();
+    // Scrolls by what is visible, and the caret with it.
+    void TurnPage(bool up);
+    void BeginUpdate() { ++updates_; }
+    void EndUpdate();
+
+    // What the widget asks and tells.
+    void BringUpToDate() override;
+    bool ConsumesKey(QKeyEvent& event) override;
+    void UserChangedText() override;
+    void UserMovedCaret() override;
+    void Scrolled() override;
+    RichText SelectedText() override { return Text().Selected(); }
+    void Insert(const RichText& text) override;
+    void Insert(std::u16string_view plain) override;
+
+  private:
+    class Own;
+    bool Wholesale(const RichTextContent::Change& change) const;
+    void Repeat(const RichTextContent::Change& change);
+    void TakeSelection();
+    void ShowSelection();
+    void ShowCaret();
+    void TypeAsBreak();
+    void TellSelection();
+    void EndStep();
+
+    RichTextBox* box_ = nullptr;
+    RichTextWidget* widget_ = nullptr;
+    std::optional<RichTextDocument> document_;
+    RichTextContent text_;
+    bool screenBehind_ = true;
+    bool textBehind_ = false;
+    bool selectionBehind_ = false;
+    bool fromTop_ = true;      // new text is shown from its first line on
+    bool caretSought_ = false; // the caret is to be seen when the screen has caught up
+    int own_ = 0;              // changes of the document that are not the user's are under way
+    int updates_ = 0;
+    std::optional<QTextCursor> step_;  // gathers the changes of an update into one for Undo
+    int revision_ = 0;                 // of the document, when the caret moved last
+    std::size_t toldFrom_ = 0;
+    std::size_t toldTo_ = 0;
+    std::pair<int, int> userPlace_{-1, -1};  // where the user last put the selection
+};
+
+}  // namespace larder

@@ -1,0 +1,68 @@
+#include <QByteArray>
+#include <QImage>
+#include <QMimeData>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
+#include <memory>
+
+#include "platform/RichTextDocument.h"
+#include "platform/RichTextPictures.h"
+#include "platform/RichTextWidget.h"
+#include "platform/rtf/Rtf.h"
+
+// What the text gives to the clipboard and takes from it, and drags likewise.
+namespace larder {
+
+namespace {
+
+const QString kRtfTypes[] = {QStringLiteral("text/rtf"), QStringLiteral("application/rtf"),
+                             QStringLiteral("text/richtext")};
+
+std::optional<RichText> RtfIn(const QMimeData& source) {
+    for (const QString& type : kRtfTypes) {
+        const QByteArray bytes = source.data(type);
+        auto text = ReadRtf({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+        if (text) return text;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+QMimeData* RichTextWidget::createMimeDataFromSelection() const {
+    const std::string rtf = WriteRtf(host_->SelectedText());
+    const QByteArray bytes(rtf.data(), static_cast<qsizetype>(rtf.size()));
+    const QTextDocumentFragment fragment = textCursor().selection();
+    auto mime = std::make_unique<QMimeData>();
+    mime->setData(kRtfTypes[0], bytes);
+    mime->setData(kRtfTypes[1], bytes);
+    mime->setHtml(fragment.toHtml());
+    mime->setText(fragment.toPlainText());
+    return mime.release();
+}
+
+bool RichTextWidget::canInsertFromMimeData(const QMimeData* source) const {
+    for (const QString& type : kRtfTypes) {
+        if (source->hasFormat(type)) return true;
+    }
+    return source->hasHtml() || source->hasText() || source->hasImage();
+}
+
+void RichTextWidget::insertFromMimeData(const QMimeData* source) {
+    if (!(textInteractionFlags() & Qt::TextEditable)) return;
+    if (const auto text = RtfIn(*source)) return host_->Insert(*text);
+    if (source->hasHtml()) {
+        QTextDocument foreign;
+        foreign.setHtml(source->html());
+        return host_->Insert(RichTextOf(foreign, logicalDpiY()));
+    }
+    if (source->hasText()) return host_->Insert(source->text().toStdU16String());
+    if (source->hasImage()) {
+        RichText picture;
+        picture.AppendPicture(PictureOf(qvariant_cast<QImage>(source->imageData())), 0);
+        host_->Insert(picture);
+    }
+}
+
+}  // namespace larder

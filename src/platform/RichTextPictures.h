@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QImage>
+
+#include "platform/rtf/RichFormat.h"
+
+// Pictures in rich text. For the Qt side of the platform layer only.
+namespace larder {
+
+// What is shown for the picture: a pale patch for one that cannot be read.
+QImage ImageOf(const RichPicture& picture);
+
+// The size on the screen in pixels: the goal of the document, else the picture's own.
+QSizeF ShownSize(const RichPicture& picture, const QImage& image);
+
+// A picture of the clipboard, as a document keeps it.
+RichPicture PictureOf(const QImage& image);
+
+}  // namespace larder

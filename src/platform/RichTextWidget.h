@@ -1,0 +1,88 @@
+#pragma once
+
+#include <QTextEdit>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "platform/rtf/RichText.h"
+
+class QKeyEvent;
+class QMimeData;
+
+namespace larder {
+
+// The text on the screen: what the user does with it goes to a host. Scrolls by whole lines for
+// the program, freely for the wheel. For the Qt side of the platform layer only.
+class RichTextWidget : public QTextEdit {
+  public:
+    class Host {
+      public:
+        virtual ~Host() = default;
+        // The document is about to be drawn or worked in, and must be what the box holds.
+        virtual void BringUpToDate() = 0;
+        virtual bool ConsumesKey(QKeyEvent& event) = 0;
+        virtual void UserChangedText() = 0;
+        virtual void UserMovedCaret() = 0;
+        virtual void Scrolled() = 0;
+        // The clipboard and what is dragged.
+        virtual RichText SelectedText() = 0;
+        virtual void Insert(const RichText& text) = 0;
+        virtual void Insert(std::u16string_view plain) = 0;
+    };
+
+    RichTextWidget(QWidget* parent, std::shared_ptr<Host> host);
+
+    void SetLocked(bool locked);
+    void SetTransparent(bool transparent);
+    // Without the focus, the selection is not drawn while this is on. Turning it off again leaves
+    // the selection unmarked until it is set anew or the box has the focus.
+    void SetHideSelection(bool hide);
+
+    // Calls Host::BringUpToDate before the next drawing.
+    void Awaits();
+    // The selection, in the document's positions. Does not scroll.
+    void SetSelection(int from, int to);
+
+    // Lines as laid out, from 0. A line is the first visible one when nothing of it is cut off at
+    // the top.
+    int LineCount();
+    int FirstVisibleLine();
+    void ScrollToLine(int line);
+    void ScrollTo(int position);  // so that the line of a position of the document is seen
+    // The first line of the next page up or down.
+    int LineOfPage(bool up);
+    int StartOfLine(int line);
+
+  protected:
+    bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    QMimeData* createMimeDataFromSelection() const override;
+    bool canInsertFromMimeData(const QMimeData* source) const override;
+    void insertFromMimeData(const QMimeData* source) override;
+
+  private:
+    struct Line {
+        int top = 0;     // pixels from the top of the document, rounded outwards
+        int bottom = 0;
+        int start = 0;   // position in the document
+    };
+    const std::vector<Line>& Lines();
+    void TakeSize();
+    int ScrollValueOf(int line);
+    bool DrawsSelection() const;
+
+    const std::shared_ptr<Host> host_;
+    std::vector<Line> lines_;  // empty until they are needed
+    bool awaited_ = false;     // an event to bring the document up to date is under way
+    bool hideSelection_ = false;
+    bool markGone_ = false;
+};
+
+}  // namespace larder
