@@ -1,0 +1,127 @@
+#include "app/MainEvents.h"
+
+#include "app/frmMain.h"
+#include "platform/Keys.h"
+#include "platform/Text.h"
+
+namespace larder {
+
+void MainEvents::Connect() {
+    ConnectWindow();
+    ConnectButtons();
+    ConnectPictures();
+    ConnectMenu();
+    ConnectViewer();
+}
+
+void MainEvents::ConnectWindow() {
+    Window& window = main.ui.window;
+    window.OnKeyDown = [this](int& KeyCode, int Shift) { KeyDown(KeyCode, Shift); };
+    window.OnResize = [this] {
+        if (main.startUp.LayoutBegun()) main.layout.ResizeIt();
+    };
+    window.OnUnload = [this] { main.Unload(); };
+}
+
+void MainEvents::ConnectButtons() {
+    MainControls& ui = main.ui;
+    ui.ibRecipeButton.OnClick = [this] { main.screen.ClickRecipeButton(); };
+    ui.ibPhotoButton.OnClick = [this] { main.screen.ClickPhotoButton(); };
+    ui.ibReset.OnClick = [this] { main.screen.ClickReset(); };
+    ui.ibHelp.OnClick = [this] { main.screen.ClickHelp(); };
+    for (ImageButton* button : {&ui.ibAdd, &ui.ibSearch, &ui.ibPrint}) {
+        button->OnClick = [this] { main.SoundClick(); };
+    }
+    ui.ibNext.OnClick = [this] {
+        main.SoundClick();
+        main.viewer.Next();
+    };
+    ui.ibBack.OnClick = [this] {
+        main.SoundClick();
+        main.viewer.Back();
+    };
+    ui.ibExit.OnClick = [this] {
+        main.SoundClick();
+        main.ui.window.Close();
+    };
+}
+
+void MainEvents::ConnectPictures() {
+    MainControls& ui = main.ui;
+    ui.imgPicture.OnClick = [this] { Ignoring([this] { main.screen.ClickPicture(); }); };
+    ui.lblJustWithPics.OnClick = [this] { main.screen.ClickJustWithPics(); };
+    ui.imgAddToFavorites.OnClick = [this] {
+        main.SoundClick();
+        Ignoring([this] { main.favorites.AddToFavorites(main.viewer.CurrentRecipe()); });
+    };
+    const auto connectSort = [this](Image& image, const std::string& key, std::int16_t column) {
+        image.OnMouseDown = [this, &image, key](int, int, float, float) {
+            main.screen.DoButton(image, key + "Pressed");
+        };
+        image.OnMouseUp = [this, &image, key](int, int, float, float) {
+            main.screen.DoButton(image, key);
+        };
+        image.OnClick = [this, column] { main.recipes.SortListBy(column, 0); };
+    };
+    connectSort(ui.imgSortByName, "ByName", 3);
+    connectSort(ui.imgSortByNum, "ByNum", 2);
+}
+
+void MainEvents::ConnectMenu() {
+    const auto selectedNumber = [this] {
+        const ListItem* line = main.ui.lvwX2.SelectedItem();
+        return line == nullptr ? -1 : ToLong(line->Tag);
+    };
+    main.ui.mnuPopUpAddToFavorites.OnClick = [this, selectedNumber] {
+        main.SoundClick();
+        Ignoring([&] { main.favorites.AddToFavorites(selectedNumber()); });
+    };
+    main.ui.mnuPopUpRemoveFromFavorites.OnClick = [this, selectedNumber] {
+        main.SoundClick();
+        Ignoring([&] { main.favorites.RemoveFromFavorites(selectedNumber()); });
+    };
+    // Writing in recipes is not open yet: the entries show which recipes it will be for.
+    main.ui.mnuPopUpEdit.Enabled = false;
+    main.ui.mnuPopUpDelete.Enabled = false;
+}
+
+void MainEvents::ConnectViewer() {
+    main.ui.rtbSee.OnChange = [this] { main.viewer.Modified = true; };
+}
+
+void MainEvents::KeyDown(int& KeyCode, int Shift) {
+    bool acted = false;
+    Ignoring([&] { acted = Act(KeyCode, Shift); });
+    if (acted) KeyCode = key::None;
+}
+
+bool MainEvents::Act(int KeyCode, int Shift) {
+    MainControls& ui = main.ui;
+    switch (KeyCode) {
+        case key::Enter:
+            // In a viewer that is open to typing, Enter is text as any letter is.
+            if (ui.rtbSee.HasFocus() && !ui.rtbSee.Locked()) return false;
+            if (ui.lvwX1.HasFocus()) {
+                main.categories.SimulateCategoryClick("");
+            } else {
+                main.categories.SimulateChoiceClick("");
+            }
+            return true;
+        case key::F1: ui.ibHelp.OnClick(); return true;
+        case key::F:
+            if ((Shift & shift::Ctrl) == 0) return false;
+            ui.ibSearch.OnClick();
+            return true;
+        case key::N:
+            if ((Shift & shift::Alt) == 0) return false;
+            ui.ibNext.OnClick();
+            return true;
+        case key::B:
+            if ((Shift & shift::Alt) == 0) return false;
+            ui.ibBack.OnClick();
+            return true;
+        default: return false;
+    }
+}
+
+}  // namespace larder

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+
+namespace larder {
+
+class frmMain;
+
+// What happens between the making of the main window and the first screen: where the data lies,
+// the long-lived files, the categories, "MY FAVORITES".
+class StartUp {
+  public:
+    explicit StartUp(frmMain& hub) : main(hub) {}
+
+    // All steps in their order. False when the user gave up looking for the disc (told already).
+    // A file that cannot be opened is a failure whose description names the file.
+    bool Run();
+    // True from the moment that the window may be laid out.
+    bool LayoutBegun() const { return layoutBegun_; }
+
+    // Sets strPathCD and strVideoPath: the hard disk, unless the command line asks for the disc
+    // or the recipes are not on the hard disk. False when there is neither.
+    bool ChoosePaths();
+    // Letter + ":\Data\" of the last optical drive that holds the recipes; empty when the user
+    // gave up.
+    std::string FindCD();
+
+  private:
+    bool CommandLineHolds(const std::string& text) const;
+    void LoadBackground();
+    void OpenFiles();
+
+    frmMain& main;
+    bool layoutBegun_ = false;
+};
+
+}  // namespace larder

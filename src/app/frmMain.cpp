@@ -1,0 +1,73 @@
+#include "app/frmMain.h"
+
+#include "platform/Text.h"
+
+namespace larder {
+
+frmMain::frmMain(Application& application, Dialogs& theDialogs, Drives& theDrives)
+    : app(application),
+      dialogs(theDialogs),
+      drives(theDrives),
+      store(files, paths, *this),
+      VList{VirtualList(*this, intListTicket), VirtualList(*this, intListTicket)} {
+    store.OnTotalRecipes = [this](std::int32_t total) {
+        ui.lblTotal.SetCaption(std::to_string(total));
+        ui.lblTotal.SetToolTipText(std::to_string(total) + " recipes in the database");
+    };
+}
+
+frmMain::~frmMain() = default;
+
+bool frmMain::Load() {
+    events.Connect();
+    listInput.Connect();
+    try {
+        if (!startUp.Run()) return false;
+    } catch (const Failure& f) {
+        dialogs.MessageBox("Tidewell Larder can't start.\n" + f.Description,
+                           Dialogs::Buttons::Ok, Dialogs::Icon::Critical, "Tidewell Larder");
+        exitStatus_ = 1;
+        return false;
+    }
+    return true;
+}
+
+void frmMain::Unload() {
+    if (unloaded_) return;
+    unloaded_ = true;
+    intListTicket.Next();  // a fill that is under way ends
+    files.CloseAll();
+    app.Quit(exitStatus_);
+}
+
+void frmMain::LogLine(const std::string& strLine) {
+    if (objLogFile.is_open()) objLogFile << strLine << "\r\n";
+}
+
+void frmMain::SoundClick() {
+    // The folder that the program was started in holds the sound beside the Data folder.
+    sound_.Play(app.CurrentFolder() + "/Click.wav");
+}
+
+bool frmMain::HasPicture(const std::string& strRecipeNum) const {
+    return pictures.HasPicture(strRecipeNum);
+}
+
+std::string frmMain::GetRecipeTitle(std::int32_t recipeNum) {
+    return store.GetRecipeTitle(recipeNum);
+}
+
+void frmMain::ShowSame() { recipes.ShowRecipesIn_lvwX2("same", 0, false, true); }
+
+void frmMain::DecorateWait(bool start, const std::string& what) {
+    recipes.DecorateWait(start, what);
+}
+
+void frmMain::ReportRecipesFound(const std::string& append) { recipes.ReportRecipesFound(append); }
+
+bool frmMain::AskOkCancel(const std::string& text) {
+    return dialogs.MessageBox(text, Dialogs::Buttons::OkCancel, Dialogs::Icon::Exclamation,
+                              "Tidewell Larder") == Dialogs::Answer::Ok;
+}
+
+}  // namespace larder

@@ -1,0 +1,92 @@
+#include "browse/RecipeList.h"
+
+#include "app/frmMain.h"
+#include "platform/Text.h"
+#include "search/SearchText.h"
+
+namespace larder {
+
+void RecipeList::RemoveFrom_lvwX2(std::int32_t RecipeToRemove) {
+    ListView& lines = main.ui.lvwX2;
+    const std::string blanked = " " + std::to_string(RecipeToRemove) + " ";
+    if (lines.Tag.find(blanked) == std::string::npos && lines.Tag.find('*') == std::string::npos) {
+        return;
+    }
+    // The favourites stand in the user's order, all other lists in that of the numbers.
+    const bool sorted = main.strLastRecipeCategory != "MY FAVORITES";
+    main.VList[1].RemoveNum(RecipeToRemove, sorted);
+    int i = main.lists.SelectedLine(2);
+    if (i > main.VList[1].Count()) --i;
+    if (i < 1) i = 1;
+    main.strSelectedKey[1] = std::to_string(i);
+    ShowRecipesIn_lvwX2("same", 0, false, true);
+    ReportRecipesFound("");
+    if (lines.Count() == 0) {
+        main.viewer.SetCurrentRecipe(-1);
+        return;
+    }
+    Ignoring([&] { main.viewer.SetCurrentRecipe(ToLong(lines.Item(i).Tag)); });
+    main.categories.SimulateChoiceClick("");
+}
+
+void RecipeList::ReportRecipesFound(const std::string& strAppend) {
+    Label& found = main.ui.lblFound;
+    found.SetVisible(true);
+    if (main.ui.lvwX2.Tag == "*") {
+        found.SetCaption(std::to_string(main.store.TotalRecipes()) + " recipes found");
+    } else {
+        const std::int32_t c = main.VList[1].Count();
+        found.SetCaption(std::to_string(c) + (c == 1 ? " recipe found" : " recipes found"));
+        found.SetToolTipText(found.Caption() + " in this category or search.");
+        Image& picture = main.ui.imgPicture;
+        picture.SetMousePointer(c == 0 ? 0 : 99);
+        if (c == 0) {
+            picture.SetToolTipText(
+                main.ui.lblCategory.Caption() == "MY FAVORITES"
+                    ? "To add recipes to the Favorites category, find the recipe you like and then "
+                      "press the Add button."
+                    : "");
+        }
+    }
+    found.SetCaption(found.Caption() + " " + strAppend);
+}
+
+void RecipeList::DecorateWait(bool booStart, const std::string& strWhat) {
+    if (!booStart) {
+        main.ui.window.SetMousePointer(0);
+        main.ui.lvwX2.SetVisible(true);
+        ReportRecipesFound("");
+        return;
+    }
+    main.ui.window.SetMousePointer(11);
+    if (strWhat == "...") {
+        ReportRecipesFound(strWhat);
+        return;
+    }
+    main.ui.lvwX2.SetVisible(false);
+    main.ui.lblFound.SetCaption("");
+    main.ui.lblFound.Refresh();
+}
+
+void RecipeList::SetColumnsForRecipes_X2() {
+    ListView& lines = main.ui.lvwX2;
+    lines.SetColumnWidth(1, 281);
+    lines.SetColumnWidth(2, MaxOf(700.0F, lines.Width() * 0.25F));
+    lines.SetColumnWidth(3, lines.Width() * 0.8F);
+    booRecipeColumns = true;
+}
+
+void RecipeList::SortListBy(std::int16_t Column, std::int16_t Order) {
+    ListView& lines = main.ui.lvwX2;
+    lines.SortKey = Column - 1;
+    if (Order != 0) {
+        lines.SortOrder = Order;
+    } else {
+        lines.SortOrder = Column == lastSortColumn_ ? 1 - lines.SortOrder : 0;
+    }
+    lines.SetSorted(true);
+    lines.SetSorted(false);
+    lastSortColumn_ = Column;
+}
+
+}  // namespace larder

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace larder {
+
+class frmMain;
+
+// The list of recipes, `lvwX(2)`: what it holds and which part of it the lines show. VList(1) is
+// the list behind it. The control's Tag tells its content: "*" for all recipes (virtual mode), one
+// blank while a fill is under way, else the number string of the list.
+class RecipeList {
+  public:
+    explicit RecipeList(frmMain& hub) : main(hub) {}
+
+    bool booRecipeColumns = false;    // the control has recipe columns
+    std::int16_t intLinesShown = 0;   // LinesInList(1) at the last fill
+
+    // Fills the list. `strNumbers` is a number string, "*" for all recipes, "same" for the list
+    // that is held already, or "VIDEO", "KNOTS", "TIPS" for a list built by others and only to be
+    // shown. `startPos`: 0 is the current start, -2 leaves the start alone, another value below 1
+    // is the first line. The third argument is read by nobody. Failures leave single lines
+    // unwritten. Lets events run while a number string is read; a newer fill then ends this one.
+    void ShowRecipesIn_lvwX2(std::string strNumbers, std::int32_t startPos, bool Reserved,
+                             bool ForceReload);
+
+    // Takes a recipe out of the list on show, if it holds it, and goes to its neighbour.
+    void RemoveFrom_lvwX2(std::int32_t RecipeToRemove);
+    // Writes the count of recipes; `strAppend` is "..." while it is not final.
+    void ReportRecipesFound(const std::string& strAppend);
+    // The busy look around a fill. With "..." the lines stay on show and the count is reported as
+    // not final: the list grows under the user's eyes.
+    void DecorateWait(bool booStart, const std::string& strWhat);
+    void SetColumnsForRecipes_X2();
+    // Sorts the lines of the window by a column (2 number, 3 title), not the list: the next fill
+    // writes them in list order again. Order 0 sorts ascending, or reverses at the second time.
+    void SortListBy(std::int16_t Column, std::int16_t Order);
+
+  private:
+    struct Fill;
+    void NormaliseStart(Fill& fill);
+    void RecogniseSame(Fill& fill);
+    bool NothingToDo(const Fill& fill) const;
+    void Prepare(Fill& fill);
+    void FillVirtual(Fill& fill);
+    bool FillFromNumbers(Fill& fill);  // false: a newer fill has taken the list over
+    void Finish(const Fill& fill);
+    void AskAboutPictures();
+    void WriteLine(int line, std::int32_t number, const std::string& title, int icon,
+                   std::int32_t titleColor, const std::string& key, const std::string& tag);
+
+    frmMain& main;
+    std::string strLastNumbers;
+    std::string strLastSelectedKey;
+    std::int16_t intLastLines = 0;
+    std::uint32_t lastGeneration_ = ~0U;  // of VList(1), when strLastNumbers was shown
+    std::int16_t lastSortColumn_ = 0;
+};
+
+}  // namespace larder

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace larder {
+
+class frmMain;
+class ListItem;
+class RichTextBox;
+
+// The one recipe that is current, its text in `rtbSee`, and the ways from recipe to recipe: a
+// click on a line of the recipe list, Next and Back.
+class RecipeViewer {
+  public:
+    explicit RecipeViewer(frmMain& hub) : main(hub) {}
+
+    bool booRecipeHasPicture = false;
+    bool Modified = false;  // rtbSee was typed in since it was filled
+
+    std::int32_t CurrentRecipe() const { return lngCurrentRecipe; }
+    // Sets the number, its label and the view buttons; shows nothing. -1 is none, 0 is allowed.
+    // Failure 63, "Bad Recipe Number", outside -1 to TotalNumRecords.
+    void SetCurrentRecipe(std::int32_t vNewValue);
+
+    // Shows the text of a recipe; -1 is the current one. Ends quietly on a failure and then
+    // returns false: there is no such recipe to show.
+    bool ShowRecipe(std::int32_t RecipeNum);
+    // The current recipe as its picture, or as its text when it has none.
+    void ShowCurRecipePicture();
+    // Between the recipe's text and its picture.
+    void FlipMode();
+    // The title line: larger, and in the title colour.
+    void FormatFirstLine(RichTextBox& rtb);
+
+    // The click on a line of lvwX(2).
+    void RecipeItemClick(ListItem& Item, bool Keyboard);
+    // The next or previous line of the list that has the focus. Nothing at the list's end.
+    void Next();
+    void Back();
+
+  private:
+    void FillText(RichTextBox& rtb);
+    void ColorSearchWords(RichTextBox& rtb);
+    void LeaveOtherModes();
+    void PopUpMenuFor(std::int32_t number);
+    void SetMenuEntries(std::int32_t number);
+    void OpenLine(const ListItem& Item);
+    void StepAndClick(bool forward);
+
+    frmMain& main;
+    std::int32_t lngCurrentRecipe = 0;
+    std::string strLastClickedTag;
+};
+
+}  // namespace larder
