@@ -1,0 +1,203 @@
+#include <gtest/gtest.h>
+
+#include <QCursor>
+#include <QWidget>
+
+#include <string>
+
+#include "app/frmMain.h"
+#include "behaviour/support/MeasuredLists.h"
+#include "platform/Failure.h"
+#include "store/FileNumbers.h"
+
+namespace larder::test {
+namespace {
+
+constexpr const char* FileName = "Data/Categories.ctg";
+
+class CategoryFile : public MainWindowFixture {
+  protected:
+    void SetUp() override {
+        Book.AddManyStock(30);
+        Book.AddManyOwn(2);
+        Book.AddOwn("");
+        Book.Numbers("ALL RECIPES WITH PICTURES") = " 2 4 ";
+        Book.Numbers("SOUPS") = " 5 6 33 ";
+        Book.Numbers("STEWS") = "";
+    }
+    void StartIt() { ASSERT_TRUE(Start()); }
+    // The start fails with a box that names the file.
+    void ExpectRefused() {
+        EXPECT_FALSE(Restart());
+        EXPECT_EQ(Main().ExitStatus(), 1);
+        ASSERT_EQ(Boxes.Shown.size(), 1U);
+        EXPECT_NE(Boxes.Shown[0].Text.find("Categories.ctg"), std::string::npos)
+            << Boxes.Shown[0].Text;
+        EXPECT_EQ(Boxes.Shown[0].Icon, Dialogs::Icon::Critical);
+    }
+};
+
+TEST_F(CategoryFile, EachEntryIsReadWithItsNumbers) {
+    StartIt();
+    const VirtualList& list = Main().VList[0];
+    ASSERT_EQ(list.Count(), 8);
+    EXPECT_EQ(list.Peek(7)->Text, "     SOUPS");
+    EXPECT_EQ(list.Peek(7)->Tag, " 5 6 33 ");
+    EXPECT_EQ(list.Peek(7)->Num, 0);
+    EXPECT_EQ(list.Peek(8)->Tag, "");
+    EXPECT_FALSE(Main().files.IsOpen(filenumber::Categories));
+}
+
+TEST_F(CategoryFile, TheCountInItsFirstLineIsIgnored) {
+    Book.WriteTo(Folder);
+    std::string text = Folder.Read(FileName);
+    Folder.Write(FileName, " 4711 " + text.substr(text.find('\r')));
+    ASSERT_TRUE(Restart());
+    EXPECT_EQ(Main().store.TotalRecipes(), 32);
+    EXPECT_EQ(Main().VList[0].Count(), 8);
+}
+
+TEST_F(CategoryFile, WithoutTheCategoryOfPicturesTheStartEndsWithAMessage) {
+    Book.Categories = {{"MY FAVORITES", " "}, {"ALL RECIPES", "*"}};
+    Book.WriteTo(Folder);
+    ExpectRefused();
+}
+
+TEST_F(CategoryFile, AMissingFileEndsTheStartWithAMessage) {
+    Book.WriteTo(Folder);
+    Folder.Delete(FileName);
+    ExpectRefused();
+}
+
+TEST_F(CategoryFile, AnEmptyFileEndsTheStartWithAMessage) {
+    Book.WriteTo(Folder);
+    Folder.Write(FileName, "");
+    ExpectRefused();
+}
+
+TEST_F(CategoryFile, ANameWithoutItsNumbersEndsTheStartWithAMessage) {
+    Book.WriteTo(Folder);
+    Folder.Write(FileName, Folder.Read(FileName) + "ORPHAN\r\n");
+    ExpectRefused();
+}
+
+TEST_F(CategoryFile, TheSetOfPicturesIsTakenFromItsCategory) {
+    StartIt();
+    EXPECT_TRUE(Main().pictures.HasPicture("4"));
+    EXPECT_FALSE(Main().pictures.HasPicture("5"));
+}
+
+TEST_F(CategoryFile, WritingGivesBackWhatWasRead) {
+    StartIt();
+    const std::string before = Folder.Read(FileName);
+    Main().categories.UpdateCategoryFile();
+    // The count is that of the recipes that are there: one of 33 is deleted.
+    EXPECT_EQ(Folder.Read(FileName), " 32 " + before.substr(before.find('\r')));
+    EXPECT_TRUE(Boxes.Shown.empty());
+    EXPECT_FALSE(Main().files.IsOpen(filenumber::Categories));
+}
+
+TEST_F(CategoryFile, TheIndentationIsNotStoredAndComesBack) {
+    StartIt();
+    Main().categories.UpdateCategoryFile();
+    EXPECT_NE(Folder.Read(FileName).find("\r\nSOUPS\r\n 5 6 33 \r\n"), std::string::npos);
+    ASSERT_TRUE(Restart());
+    EXPECT_EQ(Main().VList[0].Peek(7)->Text, "     SOUPS");
+}
+
+TEST_F(CategoryFile, WritingShowsTheListAnewWhereItStands) {
+    StartIt();
+    Main().LinesInList[0] = 4;
+    Main().lists.ShowListItems(1, 3, true);
+    List(1).Item(1).SetText("scribble");
+    Main().categories.UpdateCategoryFile();
+    EXPECT_EQ(List(1).Item(1).Text(), "VIDEO");
+    EXPECT_EQ(Main().VList[0].CurrentIndex, 3);
+}
+
+// The disk refuses to take what is written under one name.
+class FullDisk : public CategoryFile {
+  protected:
+    void Fill() {
+        Main().files.Watch([](const NumberedFiles::Access& access) {
+            if (access.Kind == "write") throw Failure(failure::DiskFull, "test");
+        });
+    }
+    void Clear() { Main().files.Watch(nullptr); }
+};
+
+TEST_F(FullDisk, IsToldInAMessageWithTheDescription) {
+    StartIt();
+    Fill();
+    Main().categories.UpdateCategoryFile();
+    ASSERT_EQ(Boxes.Shown.size(), 1U);
+    EXPECT_EQ(Boxes.Shown[0].Text,
+              "Error updating Favorites\n" + FailureText(failure::DiskFull));
+    EXPECT_EQ(Boxes.Shown[0].Icon, Dialogs::Icon::Critical);
+    EXPECT_EQ(Boxes.Shown[0].Buttons, Dialogs::Buttons::Ok);
+}
+
+TEST_F(FullDisk, LeavesTheListOnTheScreenAsItIs) {
+    StartIt();
+    List(1).Item(1).SetText("scribble");
+    Fill();
+    Main().categories.UpdateCategoryFile();
+    EXPECT_EQ(List(1).Item(1).Text(), "scribble");
+}
+
+TEST_F(FullDisk, LeavesTheOldFileWholeAndTheFileNumberFree) {
+    StartIt();
+    const std::string before = Folder.Read(FileName);
+    Main().VList[0].Peek(7)->Tag = " 1 ";
+    Fill();
+    Main().categories.UpdateCategoryFile();
+    EXPECT_EQ(Folder.Read(FileName), before);
+    EXPECT_FALSE(Main().files.IsOpen(filenumber::Categories));
+}
+
+TEST_F(FullDisk, KeepsTheChangeForTheNextWrite) {
+    StartIt();
+    Main().VList[0].Peek(7)->Tag = " 1 ";
+    Fill();
+    Main().categories.UpdateCategoryFile();
+    Clear();
+    Main().categories.UpdateCategoryFile();
+    EXPECT_NE(Folder.Read(FileName).find("SOUPS\r\n 1 \r\n"), std::string::npos);
+    EXPECT_EQ(Boxes.Shown.size(), 1U);
+}
+
+TEST_F(CategoryFile, LoadingAgainOpensTheDatabaseAndShowsTheNewLines) {
+    StartIt();
+    Book.Numbers("SOUPS") = " 5 ";
+    Book.Categories[7].first = "SALADS";
+    Folder.Write(FileName, Book.CategoryFile());
+    Main().files.CloseAll();
+    Main().categories.LoadCategories();
+    EXPECT_EQ(Shown(1).at(7), "     SALADS");
+    EXPECT_EQ(List(1).Item(7).Tag, " 5 ");
+    EXPECT_EQ(Main().store.TotalRecipes(), 32);
+    EXPECT_TRUE(Main().files.IsOpen(filenumber::Recipes));
+}
+
+TEST_F(CategoryFile, LoadingAgainTakesTheNewSetOfPictures) {
+    StartIt();
+    Book.Numbers("ALL RECIPES WITH PICTURES") = " 9 ";
+    Folder.Write(FileName, Book.CategoryFile());
+    Main().categories.LoadCategories();
+    EXPECT_TRUE(Main().pictures.HasPicture("9"));
+    EXPECT_FALSE(Main().pictures.HasPicture("2"));
+}
+
+TEST_F(CategoryFile, LoadingMoreCategoriesThanRecipesFitAgainLeavesTheWindowIdle) {
+    for (int i = 1; i < 60; ++i) Book.Numbers("FILLER " + std::to_string(i)) = " 3 ";
+    StartIt();
+    ASSERT_GT(Main().VList[0].Count(), Fit(2));
+    ClickCategory("SOUPS");
+    Main().categories.LoadCategories();
+    EXPECT_EQ(Main().ui.lblFound.Caption(), "3 recipes found ");
+    EXPECT_NE(Main().ui.window.Native()->cursor().shape(), Qt::WaitCursor);
+    EXPECT_EQ(ShownNumbers(), (std::vector<int>{5, 6, 33}));
+}
+
+}  // namespace
+}  // namespace larder::test

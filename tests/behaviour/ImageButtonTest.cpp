@@ -1,0 +1,323 @@
+#include "platform/ImageButton.h"
+
+#include <QWindow>
+
+#include "ShownWindow.h"
+#include "platform/CheckBox.h"
+#include "platform/Keys.h"
+#include "support/TempFolder.h"
+
+namespace larder {
+namespace {
+
+constexpr QRgb Green = 0xFF00FF00;
+constexpr QRgb Red = 0xFFFF0000;
+constexpr QRgb Grey = 0xFF808080;
+
+// A button of 100 by 40 pixels whose looks are plain colours, and a note of its events.
+class AButton : public test::ShownWindow {
+  protected:
+    AButton() {
+        button_.Move({150, 150, 1500, 600});
+        other_.Move({150, 1500, 1500, 300});
+        button_.OnClick = [this] { events_ += "Click "; };
+        button_.OnMouseDown = [this](int button, int, float, float) {
+            events_ += "Down" + std::to_string(button) + " ";
+        };
+        button_.OnMouseUp = [this](int button, int, float, float) {
+            events_ += "Up" + std::to_string(button) + " ";
+        };
+        window.SetClientSize(4500, 3000);
+    }
+
+    Picture Plain(QRgb color) {
+        QImage image(20, 10, QImage::Format_ARGB32);
+        image.fill(color);
+        // A ground of another colour would be taken away; this one has an alpha channel.
+        const std::string path = folder_.Native("plain.png");
+        image.save(QString::fromStdString(path));
+        return Picture::FromFile(path);
+    }
+
+    void Design(bool withDisabled) {
+        ImageButton::Design design;
+        design.Image = Plain(Green);
+        design.ImagePressed = Plain(Red);
+        if (withDisabled) design.ImageDisabled = Plain(Grey);
+        button_.SetDesign(design);
+    }
+
+    QRgb Colour() { return Look(button_).pixel(50, 5); }
+    QWidget* Native() { return button_.Native(); }
+    QPoint Inside() { return Native()->rect().center(); }
+
+    test::TempFolder folder_;
+    ImageButton button_{window, "ibNext"};
+    CheckBox other_{window, "other"};
+    std::string events_;
+};
+
+TEST_F(AButton, ShowsItsNormalPictureAndThePressedOneWhileTheMouseIsHeldOnIt) {
+    Design(true);
+    Show();
+    EXPECT_EQ(Colour(), Green);
+    QTest::mousePress(Native(), Qt::LeftButton, {}, Inside());
+    EXPECT_EQ(Colour(), Red);
+    EXPECT_EQ(button_.CurrentLook(), ImageButton::Look::Pressed);
+    QTest::mouseRelease(Native(), Qt::LeftButton, {}, Inside());
+    EXPECT_EQ(button_.CurrentLook(), ImageButton::Look::Normal);
+}
+
+TEST_F(AButton, ShowsThePressedPictureWhileItIsLatched) {
+    Design(true);
+    Show();
+    button_.SetButtonState(ImageButton::Latched);
+    EXPECT_EQ(Colour(), Red);
+    button_.SetButtonState(ImageButton::Up);
+    EXPECT_EQ(Colour(), Green);
+}
+
+TEST_F(AButton, ShowsTheDisabledPictureWhileItIsDisabledEvenWhenHeld) {
+    Design(true);
+    Show();
+    button_.SetButtonState(ImageButton::Disabled);
+    EXPECT_EQ(Colour(), Grey);
+    QTest::mousePress(Native(), Qt::LeftButton, {}, Inside());
+    EXPECT_EQ(Colour(), Grey);
+    QTest::mouseRelease(Native(), Qt::LeftButton, {}, Inside());
+}
+
+TEST_F(AButton, WithNoDisabledPictureLooksNormalWhenDisabled) {
+    Design(false);
+    Show();
+    button_.SetButtonState(ImageButton::Disabled);
+    EXPECT_EQ(Colour(), Green);
+    EXPECT_EQ(button_.CurrentLook(), ImageButton::Look::Normal);
+}
+
+TEST_F(AButton, ADisabledLookDoesNotStopEvents) {
+    Design(true);
+    Show();
+    button_.SetButtonState(ImageButton::Disabled);
+    QTest::mouseClick(Native(), Qt::LeftButton, {}, Inside());
+    EXPECT_EQ(events_, "Down1 Up1 Click ");
+}
+
+TEST_F(AButton, AnOpaquePictureLosesItsGroundColourWhenTransparent) {
+    QImage image(10, 10, QImage::Format_RGB32);
+    image.fill(Qt::magenta);
+    image.setPixel(5, 5, Green);
+    const std::string path = folder_.Native("ground.bmp");
+    image.save(QString::fromStdString(path));
+    ImageButton::Design design;
+    design.Image = Picture::FromFile(path);
+    button_.Move({0, 0, 150, 150});
+    button_.SetDesign(design);
+    Show();
+    // The window's ground shows through, and the picture's own dot stays.
+    EXPECT_EQ(window.Native()->grab().toImage().pixelColor(1, 1), QColor(0xFB, 0xF4, 0xE4));
+    EXPECT_EQ(window.Native()->grab().toImage().pixel(5, 5), Green);
+    design.Transparent = false;
+    button_.SetDesign(design);
+    EXPECT_EQ(window.Native()->grab().toImage().pixelColor(1, 1), QColor(Qt::magenta));
+}
+
+TEST_F(AButton, DrawsItsCaptionInTheMiddle) {
+    Design(true);
+    Show();
+    const QImage without = Look(button_);
+    button_.SetCaption("Assign");
+    const QImage with = Look(button_);
+    int left = 100;
+    int right = 0;
+    for (int y = 0; y < with.height(); ++y) {
+        for (int x = 0; x < with.width(); ++x) {
+            if (with.pixel(x, y) == without.pixel(x, y)) continue;
+            left = std::min(left, x);
+            right = std::max(right, x);
+        }
+    }
+    EXPECT_LT(left, right);
+    EXPECT_NEAR(left, 99 - right, 3);
+}
+
+TEST_F(AButton, PressingAndReleasingItGivesDownUpAndClick) {
+    Show();
+    QTest::mouseClick(Native(), Qt::LeftButton, {}, Inside());
+    EXPECT_EQ(events_, "Down1 Up1 Click ");
+}
+
+TEST_F(AButton, PressingMovingOffAndReleasingGivesMouseUpAndNoClick) {
+    Design(true);
+    Show();
+    QTest::mousePress(Native(), Qt::LeftButton, {}, Inside());
+    QMouseEvent off(QEvent::MouseMove, QPointF(-5, 5), Native()->mapToGlobal(QPointF(-5, 5)),
+                    Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(Native(), &off);
+    EXPECT_EQ(button_.CurrentLook(), ImageButton::Look::Normal);
+    QTest::mouseRelease(Native(), Qt::LeftButton, {}, QPoint(-5, 5));
+    EXPECT_EQ(events_, "Down1 Up1 ");
+}
+
+TEST_F(AButton, MovingOffAndBackAgainStillClicks) {
+    Design(true);
+    Show();
+    QTest::mousePress(Native(), Qt::LeftButton, {}, Inside());
+    for (const QPointF place : {QPointF(-5, 5), QPointF(5, 5)}) {
+        QMouseEvent move(QEvent::MouseMove, place, Native()->mapToGlobal(place), Qt::NoButton,
+                         Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(Native(), &move);
+    }
+    EXPECT_EQ(button_.CurrentLook(), ImageButton::Look::Pressed);
+    QTest::mouseRelease(Native(), Qt::LeftButton, {}, QPoint(5, 5));
+    EXPECT_EQ(events_, "Down1 Up1 Click ");
+}
+
+TEST_F(AButton, TheRightButtonPressesWithoutAClick) {
+    Show();
+    QTest::mouseClick(Native(), Qt::RightButton, {}, Inside());
+    EXPECT_EQ(events_, "Down2 Up2 ");
+}
+
+TEST_F(AButton, AQuickSecondPressIsAPressLikeTheFirst) {
+    Show();
+    QTest::mouseDClick(Native(), Qt::LeftButton, {}, Inside());
+    EXPECT_EQ(events_, "Down1 Up1 Click Down1 Up1 Click ");
+}
+
+TEST_F(AButton, ASecondMouseButtonDuringAPressIsNotSeen) {
+    Show();
+    QTest::mousePress(Native(), Qt::LeftButton, {}, Inside());
+    QTest::mousePress(Native(), Qt::RightButton, {}, Inside());
+    QTest::mouseRelease(Native(), Qt::RightButton, {}, Inside());
+    QTest::mouseRelease(Native(), Qt::LeftButton, {}, Inside());
+    EXPECT_EQ(events_, "Down1 Up1 Click ");
+}
+
+TEST_F(AButton, EventsTellTheirPlaceInTwips) {
+    Show();
+    float x = 0;
+    float y = 0;
+    button_.OnMouseDown = [&](int, int, float atX, float atY) {
+        x = atX;
+        y = atY;
+    };
+    QTest::mouseClick(Native(), Qt::LeftButton, {}, QPoint(10, 20));
+    EXPECT_EQ(x, 150);
+    EXPECT_EQ(y, 300);
+}
+
+TEST_F(AButton, HiddenWhileItIsHeldItIsLetGoWithoutAClick) {
+    Show();
+    QTest::mousePress(Native(), Qt::LeftButton, {}, Inside());
+    button_.SetVisible(false);
+    EXPECT_EQ(events_, "Down1 Up1 ");
+    button_.SetVisible(true);
+    EXPECT_EQ(button_.CurrentLook(), ImageButton::Look::Normal);
+}
+
+TEST_F(AButton, AnotherWindowThatComesToTheFrontLetsItGo) {
+    Show();
+    QTest::mousePress(Native(), Qt::LeftButton, {}, Inside());
+    Window dialog("frmDialog", &window);
+    ShowAndActivate(dialog);
+    EXPECT_EQ(events_, "Down1 Up1 ");
+}
+
+TEST_F(AButton, SpacePressesItAsTheMouseDoes) {
+    Design(true);
+    Show();
+    button_.SetFocus();
+    QTest::keyPress(Native(), Qt::Key_Space);
+    EXPECT_EQ(button_.CurrentLook(), ImageButton::Look::Pressed);
+    EXPECT_EQ(events_, "Down1 ");
+    QTest::keyRelease(Native(), Qt::Key_Space);
+    EXPECT_EQ(events_, "Down1 Up1 Click ");
+}
+
+TEST_F(AButton, SpaceHeldDownPressesOnce) {
+    Show();
+    button_.SetFocus();
+    QTest::keyPress(Native(), Qt::Key_Space);
+    for (int i = 0; i < 5; ++i) {
+        QKeyEvent up(QEvent::KeyRelease, Qt::Key_Space, Qt::NoModifier, QString(), true);
+        QKeyEvent down(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QString(), true);
+        QApplication::sendEvent(Native(), &up);
+        QApplication::sendEvent(Native(), &down);
+    }
+    EXPECT_EQ(events_, "Down1 ");
+    QTest::keyRelease(Native(), Qt::Key_Space);
+    EXPECT_EQ(events_, "Down1 Up1 Click ");
+}
+
+TEST_F(AButton, TheFocusThatGoesAwayEndsAPressOfSpaceWithoutAClick) {
+    Show();
+    button_.SetFocus();
+    QTest::keyPress(Native(), Qt::Key_Space);
+    other_.SetFocus();
+    EXPECT_EQ(events_, "Down1 Up1 ");
+}
+
+TEST_F(AButton, TakesTheFocusByTheMouseUnlessToldNotTo) {
+    Show();
+    other_.SetFocus();
+    QTest::mouseClick(Native(), Qt::LeftButton, {}, Inside());
+    EXPECT_TRUE(button_.HasFocus());
+    other_.SetFocus();
+    button_.SetFocusOnClick(false);
+    QTest::mouseClick(window.Native()->windowHandle(), Qt::LeftButton, {},
+                      Native()->mapTo(window.Native(), Inside()));
+    EXPECT_TRUE(other_.HasFocus());
+    EXPECT_EQ(events_, "Down1 Up1 Click Down1 Up1 Click ");
+    QTest::keyClick(other_.Native(), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(button_.HasFocus());
+}
+
+TEST_F(AButton, ShowsAFocusRingForTheKeyboardAndNoneForTheMouse) {
+    Design(true);
+    Show();
+    other_.SetFocus();
+    const QImage plain = Look(button_);
+    QTest::mouseClick(Native(), Qt::LeftButton, {}, Inside());
+    EXPECT_EQ(Look(button_), plain);
+    other_.SetFocus();
+    QTest::keyClick(other_.Native(), Qt::Key_Backtab, Qt::ShiftModifier);
+    ASSERT_TRUE(button_.HasFocus());
+    EXPECT_NE(Look(button_), plain);
+}
+
+TEST_F(AButton, HasAHandForAPointer) {
+    EXPECT_EQ(Native()->cursor().shape(), Qt::PointingHandCursor);
+}
+
+TEST_F(AButton, IsAPushButtonToAssistiveTechnologyWithNameStateAndPress) {
+    button_.SetToolTipText("Next recipe");
+    Show();
+    QAccessibleInterface* accessible = Accessible(button_);
+    EXPECT_EQ(accessible->role(), QAccessible::PushButton);
+    EXPECT_EQ(AccessibleName(button_), QStringLiteral("Next recipe"));
+    EXPECT_FALSE(accessible->state().pressed);
+    button_.SetButtonState(ImageButton::Latched);
+    EXPECT_TRUE(accessible->state().pressed);
+    button_.SetButtonState(ImageButton::Disabled);
+    EXPECT_TRUE(accessible->state().disabled);
+    accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(events_, "Down1 Up1 Click ");
+}
+
+TEST_F(AButton, IsCalledByItsCaptionWhenItHasOne) {
+    button_.SetToolTipText("tip");
+    button_.SetCaption("Change Picture");
+    EXPECT_EQ(button_.Caption(), "Change Picture");
+    EXPECT_EQ(AccessibleName(button_), QStringLiteral("Change Picture"));
+}
+
+TEST_F(AButton, HiddenByItsOwnMouseUpItStillClicks) {
+    Show();
+    button_.OnMouseUp = [this](int, int, float, float) { button_.SetVisible(false); };
+    QTest::mouseClick(Native(), Qt::LeftButton, {}, Inside());
+    EXPECT_EQ(events_, "Down1 Click ");
+}
+
+}  // namespace
+}  // namespace larder

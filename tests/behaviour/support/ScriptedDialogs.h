@@ -1,0 +1,64 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/Dialogs.h"
+#include "platform/Drives.h"
+
+namespace larder::test {
+
+// The user in front of the message boxes: answers from a script, and closes a box without a choice
+// when the script has ended. Remembers what was shown.
+class ScriptedDialogs : public Dialogs {
+  public:
+    struct Box {
+        std::string Text;
+        Dialogs::Buttons Buttons;
+        Dialogs::Icon Icon;
+        std::string Title;
+    };
+    std::vector<Box> Shown;
+
+    // The answer to the next box, and what the user does before he gives it.
+    void Then(Answer answer, std::function<void()> before = [] {}) {
+        script_.emplace_back(answer, std::move(before));
+    }
+
+    Answer MessageBox(const std::string& text, Buttons buttons, Icon icon,
+                      const std::string& title) override {
+        Shown.push_back({text, buttons, icon, title});
+        if (script_.empty()) return WithoutChoice(buttons);
+        const auto [answer, before] = script_.front();
+        script_.pop_front();
+        before();
+        return answer;
+    }
+
+  private:
+    static Answer WithoutChoice(Buttons buttons) {
+        switch (buttons) {
+            case Buttons::Ok: return Answer::Ok;
+            case Buttons::YesNo: return Answer::No;
+            default: return Answer::Cancel;
+        }
+    }
+    std::deque<std::pair<Answer, std::function<void()>>> script_;
+};
+
+// The drives of a machine that the test makes up.
+class ScriptedDrives : public Drives {
+  public:
+    std::vector<Drive> Now{{'C', Drive::Fixed, "/"}};
+    int Asked = 0;
+
+    std::vector<Drive> List() override {
+        ++Asked;
+        return Now;
+    }
+};
+
+}  // namespace larder::test

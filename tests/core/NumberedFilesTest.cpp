@@ -1,0 +1,544 @@
+#include "platform/NumberedFiles.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <limits>
+#include <vector>
+
+#include "platform/Failure.h"
+#include "platform/Paths.h"
+#include "support/DiskLimit.h"
+#include "support/TempFolder.h"
+#include "support/Unprivileged.h"
+
+namespace larder {
+namespace {
+
+using test::TempFolder;
+
+constexpr std::size_t largestBlock = 256 * 1024;  // that a walk over a file reads at once
+
+class NumberedFilesTest : public ::testing::Test {
+  protected:
+    std::string At(const std::string& name) const { return root + "\\" + name; }
+    int OpenFailure(const std::string& path, FileMode mode) {
+        return Ignoring([&] { files.Open(1, path, mode); });
+    }
+    int ReadLineFailure(int number) {
+        return Ignoring([&] { files.ReadLine(number); });
+    }
+    void OpenInput(const std::string& content) {
+        folder.Write("a.txt", content);
+        files.Close(1);
+        files.Open(1, At("a.txt"), FileMode::Input);
+    }
+    // Counts the operations of one kind from now on.
+    void Count(const std::string& kind) {
+        counted = 0;
+        bytes = 0;
+        files.Watch([this, kind](const NumberedFiles::Access& access) {
+            if (access.Kind != kind) return;
+            ++counted;
+            bytes += access.Bytes;
+        });
+    }
+
+    TempFolder folder;
+    Paths paths;
+    std::string root = paths.Alias(folder.Native());
+    NumberedFiles files{paths};
+    int counted = 0;
+    std::uint64_t bytes = 0;
+};
+
+// Opening and closing
+
+TEST_F(NumberedFilesTest, ANumberThatIsNotOpenIs52InEveryOperation) {
+    EXPECT_FALSE(files.IsOpen(7));
+    EXPECT_EQ(ReadLineFailure(7), failure::BadFileNumber);
+    EXPECT_EQ(Ignoring([&] { files.Length(7); }), failure::BadFileNumber);
+    EXPECT_EQ(Ignoring([&] { files.Position(7); }), failure::BadFileNumber);
+    EXPECT_EQ(Ignoring([&] { files.Seek(7, 1); }), failure::BadFileNumber);
+    EXPECT_EQ(Ignoring([&] { files.AtEnd(7); }), failure::BadFileNumber);
+    EXPECT_EQ(Ignoring([&] { files.ReadChars(7, 1); }), failure::BadFileNumber);
+    EXPECT_EQ(Ignoring([&] { files.ReadNumber(7); }), failure::BadFileNumber);
+    EXPECT_EQ(Ignoring([&] { files.Write(7, "x"); }), failure::BadFileNumber);
+    EXPECT_EQ(Ignoring([&] { files.ReadRecord(7, 1); }), failure::BadFileNumber);
+    EXPECT_EQ(Ignoring([&] { files.WriteRecord(7, 1, 1); }), failure::BadFileNumber);
+    EXPECT_EQ(Ignoring([&] { files.Flush(7); }), failure::BadFileNumber);
+    EXPECT_EQ(Ignoring([&] { files.Close(7); }), 0) << "closing it is no failure";
+}
+
+TEST_F(NumberedFilesTest, NumbersRunFrom1To511) {
+    folder.Write("a.txt", "x");
+    for (const int number : {-1, 0, 512, std::numeric_limits<int>::max()}) {
+        EXPECT_EQ(Ignoring([&] { files.Open(number, At("a.txt"), FileMode::Input); }),
+                  failure::BadFileNumber);
+        EXPECT_FALSE(files.IsOpen(number));
+    }
+    files.Open(511, At("a.txt"), FileMode::Input);
+    EXPECT_TRUE(files.IsOpen(511));
+}
+
+TEST_F(NumberedFilesTest, AMissingFileIs53ForInputAndItsMissingFolder76) {
+    EXPECT_EQ(OpenFailure(At("none.txt"), FileMode::Input), failure::FileNotFound);
+    EXPECT_EQ(OpenFailure(At("no\\none.txt"), FileMode::Input), failure::PathNotFound);
+    EXPECT_EQ(OpenFailure(At("no\\none.txt"), FileMode::Append), failure::PathNotFound);
+    EXPECT_EQ(OpenFailure("Q:\\none.txt", FileMode::Input), failure::PathNotFound);
+    EXPECT_EQ(OpenFailure("Q:\\none.txt", FileMode::Random), failure::PathNotFound);
+    folder.Write("file", "");
+    EXPECT_EQ(OpenFailure(At("file\\none.txt"), FileMode::Append), failure::PathNotFound);
+    EXPECT_FALSE(files.IsOpen(1));
+}
+
+TEST_F(NumberedFilesTest, EveryModeButInputCreatesAMissingFile) {
+    for (const FileMode mode :
+         {FileMode::Output, FileMode::Append, FileMode::Binary, FileMode::Random}) {
+        files.Open(1, At("new.txt"), mode);
+        files.Close(1);
+        EXPECT_TRUE(folder.Exists("new.txt"));
+        EXPECT_EQ(folder.Read("new.txt"), "");
+        folder.Delete("new.txt");
+    }
+}
+
+TEST_F(NumberedFilesTest, AnOpenNumberIs55AndStaysInUse) {
+    OpenInput("first\r\nsecond\r\n");
+    files.ReadLine(1);
+    folder.Write("b.txt", "other\r\n");
+    EXPECT_EQ(OpenFailure(At("b.txt"), FileMode::Input), failure::FileAlreadyOpen);
+    EXPECT_EQ(files.ReadLine(1), "second");
+}
+
+TEST_F(NumberedFilesTest, AFolderOrAPipeInThePlaceOfAFileIs75) {
+    folder.MakeFolder("sub");
+    ASSERT_EQ(mkfifo(folder.Native("pipe").c_str(), 0600), 0);
+    for (const FileMode mode : {FileMode::Input, FileMode::Output, FileMode::Random}) {
+        EXPECT_EQ(OpenFailure(At("sub"), mode), failure::PathAccess);
+        EXPECT_EQ(OpenFailure(At("pipe"), mode), failure::PathAccess);
+    }
+}
+
+TEST_F(NumberedFilesTest, AFileThatMustNotBeReadIs75) {
+    folder.Write("secret.txt", "x");
+    chmod(folder.Native("secret.txt").c_str(), 0);
+    const test::Unprivileged unprivileged;
+    EXPECT_EQ(OpenFailure(At("secret.txt"), FileMode::Input), failure::PathAccess);
+}
+
+TEST_F(NumberedFilesTest, ARandomFileThatMustNotBeWrittenOpensForReadingAlone) {
+    folder.Write("a.ind", std::string("\x07\0\0\0", 4));
+    chmod(folder.Native("a.ind").c_str(), 0444);
+    const test::Unprivileged unprivileged;
+    files.Open(1, At("a.ind"), FileMode::Random);
+    EXPECT_EQ(files.ReadRecord(1, 1), 7);
+    EXPECT_EQ(Ignoring([&] { files.WriteRecord(1, 1, 8); }), failure::PathAccess);
+    EXPECT_EQ(Ignoring([&] { files.Open(2, At("a.ind"), FileMode::Append); }), failure::PathAccess);
+}
+
+TEST_F(NumberedFilesTest, AFailureNamesTheProgramsPathAndTheUsualText) {
+    try {
+        files.Open(1, At("none.txt"), FileMode::Input);
+        FAIL();
+    } catch (const Failure& f) {
+        EXPECT_EQ(f.Source, At("none.txt"));
+        EXPECT_EQ(f.Description, "File not found");
+    }
+}
+
+TEST_F(NumberedFilesTest, FreeNumberIsTheLowestThatIsNotOpenAnd67WhenAllAre) {
+    EXPECT_EQ(files.FreeNumber(), 1);
+    for (int number = 1; number <= NumberedFiles::MaxNumber; ++number) {
+        files.Open(number, At("a.txt"), FileMode::Append);
+    }
+    EXPECT_EQ(Ignoring([&] { files.FreeNumber(); }), failure::TooManyFiles);
+    files.Close(33);
+    EXPECT_EQ(files.FreeNumber(), 33);
+    files.CloseAll();
+    EXPECT_EQ(files.FreeNumber(), 1);
+    EXPECT_FALSE(files.IsOpen(511));
+}
+
+TEST_F(NumberedFilesTest, NamesMatchWithoutRegardToCase) {
+    folder.Write("DATA/RECIPES.YDB", "x\r\n");
+    files.Open(1, At("Data\\Recipes.ydb"), FileMode::Input);
+    EXPECT_EQ(files.ReadLine(1), "x");
+    files.Open(2, At("Data\\recipes.ydb"), FileMode::Append);
+    files.Write(2, "y");
+    EXPECT_EQ(folder.Read("DATA/RECIPES.YDB"), "x\r\ny") << "no second file beside it";
+}
+
+// Lines
+
+TEST_F(NumberedFilesTest, ALineEndsWithCrLfOrLfOrCr) {
+    OpenInput("one\r\ntwo\nthree\rfour");
+    for (const char* line : {"one", "two", "three", "four"})
+        EXPECT_EQ(files.ReadLine(1), line);
+    EXPECT_EQ(ReadLineFailure(1), failure::InputPastEnd);
+}
+
+TEST_F(NumberedFilesTest, PositionStandsBehindTheLineEnd) {
+    OpenInput("one\r\n\r\nthree\r");
+    EXPECT_EQ(files.Position(1), 1);
+    files.ReadLine(1);
+    EXPECT_EQ(files.Position(1), 6);
+    EXPECT_EQ(files.ReadLine(1), "");
+    EXPECT_EQ(files.Position(1), 8);
+    files.ReadLine(1);
+    EXPECT_EQ(files.Position(1), 14);
+    EXPECT_TRUE(files.AtEnd(1));
+}
+
+TEST_F(NumberedFilesTest, AnEmptyFileIsAtItsEnd) {
+    OpenInput("");
+    EXPECT_TRUE(files.AtEnd(1));
+    EXPECT_EQ(files.Length(1), 0);
+    EXPECT_EQ(ReadLineFailure(1), failure::InputPastEnd);
+}
+
+TEST_F(NumberedFilesTest, LinesOfEveryLengthAroundTheBlocksAreReadWhole) {
+    for (const char* lineEnd : {"\r\n", "\r", "\n"}) {
+        for (std::size_t length = 500; length <= 520; ++length) {
+            const std::string line(length, 'x');
+            const std::string next(1030, 'y');
+            OpenInput(line + lineEnd + next + lineEnd + "end");
+            EXPECT_EQ(files.ReadLine(1), line);
+            EXPECT_EQ(files.Position(1),
+                      static_cast<std::int64_t>(length + std::string(lineEnd).size()) + 1);
+            EXPECT_EQ(files.ReadLine(1), next);
+            EXPECT_EQ(files.ReadLine(1), "end");
+        }
+    }
+}
+
+TEST_F(NumberedFilesTest, BytesOfEveryValuePassThrough) {
+    std::string all;
+    for (int byte = 0; byte < 256; ++byte) {
+        if (byte != '\r' && byte != '\n') all += static_cast<char>(byte);
+    }
+    OpenInput(all + "\r\n" + all);
+    EXPECT_EQ(files.ReadLine(1), all);
+    EXPECT_EQ(files.ReadLine(1), all);
+}
+
+TEST_F(NumberedFilesTest, AShortLineAfterASeekCostsOneReadOfAFewHundredBytes) {
+    OpenInput(std::string(5000, 'x') + "\r\nTitle\r\n" + std::string(100000, 'y'));
+    for (int i = 0; i < 3; ++i) {
+        Count("read");
+        files.Seek(1, 5003);
+        EXPECT_EQ(files.ReadLine(1), "Title");
+        EXPECT_EQ(counted, 1);
+        EXPECT_LE(bytes, 512u);
+    }
+}
+
+TEST_F(NumberedFilesTest, AWalkOverAWholeFileReadsItInLargeBlocks) {
+    std::string text;
+    for (int i = 0; i < 20000; ++i)
+        text += "a line of forty characters or about that\r\n";
+    OpenInput(text);
+    Count("read");
+    int lines = 0;
+    while (!files.AtEnd(1)) {
+        files.ReadLine(1);
+        ++lines;
+    }
+    EXPECT_EQ(lines, 20000);
+    EXPECT_LE(counted, static_cast<int>(text.size() / largestBlock) + 12);
+    EXPECT_LE(bytes, text.size() + 2 * largestBlock);
+}
+
+TEST_F(NumberedFilesTest, ALineOfTenMegabytesIsReadOnce) {
+    const std::string line(10 * 1024 * 1024, 'x');
+    OpenInput(line);
+    Count("read");
+    EXPECT_EQ(files.ReadLine(1), line);
+    EXPECT_LE(bytes, line.size() + 2 * largestBlock);
+    EXPECT_LE(counted, static_cast<int>(line.size() / largestBlock) + 12);
+}
+
+TEST_F(NumberedFilesTest, ALineMayBeReadIntoAStringInUseOrSkipped) {
+    OpenInput("one\r\n" + std::string(2000, 'x') + "\r\n\r\nfour");
+    std::string line = "something longer that was there before";
+    files.ReadLineInto(1, line);
+    EXPECT_EQ(line, "one");
+    files.SkipLine(1);
+    EXPECT_EQ(files.Position(1), 2008);
+    files.ReadLineInto(1, line);
+    EXPECT_EQ(line, "");
+    files.SkipLine(1);
+    EXPECT_TRUE(files.AtEnd(1));
+    EXPECT_EQ(Ignoring([&] { files.SkipLine(1); }), failure::InputPastEnd);
+    EXPECT_EQ(Ignoring([&] { files.ReadLineInto(1, line); }), failure::InputPastEnd);
+}
+
+TEST_F(NumberedFilesTest, WhatAnotherNumberWritesIsSeenAtOnce) {
+    OpenInput("one\r\ntwo\r\nthree\r\n");
+    EXPECT_EQ(files.ReadLine(1), "one");
+    files.Open(2, At("a.txt"), FileMode::Binary);
+    files.Seek(2, 6);
+    files.Write(2, "TWO");
+    EXPECT_EQ(files.ReadLine(1), "TWO");
+    files.Seek(2, files.Length(2) + 1);
+    files.WriteLine(2, "four");
+    EXPECT_EQ(files.ReadLine(1), "three");
+    EXPECT_FALSE(files.AtEnd(1));
+    EXPECT_EQ(files.ReadLine(1), "four");
+    EXPECT_TRUE(files.AtEnd(1));
+    files.Open(3, At("a.txt"), FileMode::Output);
+    files.Seek(1, 1);
+    EXPECT_TRUE(files.AtEnd(1)) << "emptied by its opening for output";
+}
+
+TEST_F(NumberedFilesTest, WhatAnotherProgramWritesIsSeenAfterASeek) {
+    OpenInput("one\r\ntwo\r\n");
+    EXPECT_EQ(files.ReadLine(1), "one");
+    folder.Write("a.txt", "ONE\r\nTWO\r\n");
+    files.Seek(1, 1);
+    EXPECT_EQ(files.ReadLine(1), "ONE");
+}
+
+// Positions and characters
+
+TEST_F(NumberedFilesTest, APositionBelow1Is63AndOneBehindTheEndReadsPastIt) {
+    OpenInput("abc");
+    for (const std::int64_t position :
+         {std::int64_t{0}, std::int64_t{-1}, std::numeric_limits<std::int64_t>::min()}) {
+        EXPECT_EQ(Ignoring([&] { files.Seek(1, position); }), failure::BadRecordNumber);
+    }
+    files.Seek(1, 100);
+    EXPECT_TRUE(files.AtEnd(1));
+    EXPECT_EQ(ReadLineFailure(1), failure::InputPastEnd);
+    files.Seek(1, std::int64_t{1} << 40);
+    EXPECT_EQ(ReadLineFailure(1), failure::InputPastEnd);
+    EXPECT_EQ(Ignoring([&] { files.Seek(1, std::numeric_limits<std::int64_t>::max()); }),
+              failure::Overflow);
+    files.Seek(1, 2);
+    EXPECT_EQ(files.ReadLine(1), "bc");
+}
+
+TEST_F(NumberedFilesTest, ReadCharsGivesExactlySoManyInOneRead) {
+    OpenInput(std::string(3000, 'x') + "\r\nabc");
+    files.Seek(1, 2999);
+    Count("read");
+    EXPECT_EQ(files.ReadChars(1, 6), std::string("xx\r\nab"));
+    EXPECT_EQ(counted, 1);
+    EXPECT_EQ(bytes, 6u);
+    EXPECT_EQ(files.Position(1), 3005);
+    EXPECT_EQ(files.ReadChars(1, 0), "");
+    EXPECT_EQ(files.ReadChars(1, 1), "c");
+}
+
+TEST_F(NumberedFilesTest, CharactersBehindTheEndAre62AndANegativeCount5) {
+    OpenInput("abc");
+    EXPECT_EQ(Ignoring([&] { files.ReadChars(1, 4); }), failure::InputPastEnd);
+    EXPECT_EQ(Ignoring([&] { files.ReadChars(1, std::numeric_limits<std::int64_t>::max()); }),
+              failure::InputPastEnd)
+        << "no memory is taken for what is not there";
+    EXPECT_EQ(Ignoring([&] { files.ReadChars(1, -1); }), failure::InvalidArgument);
+    EXPECT_EQ(files.ReadChars(1, 3), "abc") << "the position has not moved";
+}
+
+TEST_F(NumberedFilesTest, LinesAndCharactersMix) {
+    OpenInput("one\r\nabcdef\r\nlast\r\n");
+    EXPECT_EQ(files.ReadLine(1), "one");
+    EXPECT_EQ(files.ReadChars(1, 3), "abc");
+    EXPECT_EQ(files.ReadLine(1), "def");
+    EXPECT_EQ(files.ReadLine(1), "last");
+}
+
+// Numbers
+
+TEST_F(NumberedFilesTest, ReadNumberTakesTheLineOfANumberWithBlanksAround) {
+    OpenInput(" 40 \r\n-5 \r\n7, 8\r\n\r\nsome text\r\n1.5\r\nlast");
+    for (const double number : {40.0, -5.0, 7.0, 0.0, 0.0, 1.5}) {
+        EXPECT_EQ(files.ReadNumber(1), number);
+    }
+    EXPECT_EQ(files.ReadLine(1), "last");
+    EXPECT_EQ(Ignoring([&] { files.ReadNumber(1); }), failure::InputPastEnd);
+}
+
+TEST_F(NumberedFilesTest, ANumberIsWrittenWithABlankOrItsSignBeforeAndABlankBehind) {
+    files.Open(1, At("n.txt"), FileMode::Output);
+    files.WriteNumberLine(1, 40);
+    files.WriteNumberLine(1, -5);
+    EXPECT_EQ(folder.Read("n.txt"), " 40 \r\n-5 \r\n");
+}
+
+// Writing
+
+TEST_F(NumberedFilesTest, OutputEmptiesTheFileAndAppendGoesOnBehindItsEnd) {
+    folder.Write("a.txt", "old");
+    files.Open(1, At("a.txt"), FileMode::Append);
+    EXPECT_EQ(files.Position(1), 4);
+    files.WriteLine(1, "new");
+    EXPECT_EQ(folder.Read("a.txt"), "oldnew\r\n") << "with the system at once, without a close";
+    EXPECT_EQ(files.Position(1), 9);
+    files.Close(1);
+    files.Open(1, At("a.txt"), FileMode::Output);
+    EXPECT_EQ(folder.Read("a.txt"), "");
+    files.Write(1, "");
+    files.WriteLine(1, "");
+    EXPECT_EQ(folder.Read("a.txt"), "\r\n");
+}
+
+TEST_F(NumberedFilesTest, ABinaryFileIsReadAndWrittenAtAnyByte) {
+    folder.Write("a.txt", "0123456789");
+    files.Open(1, At("a.txt"), FileMode::Binary);
+    files.Seek(1, 4);
+    files.Write(1, "abc");
+    EXPECT_EQ(files.ReadChars(1, 2), "67");
+    files.Seek(1, 3);
+    EXPECT_EQ(files.ReadLine(1), "2abc6789");
+    EXPECT_EQ(folder.Read("a.txt"), "012abc6789");
+}
+
+TEST_F(NumberedFilesTest, AnOperationThatTheModeDoesNotAllowIs54) {
+    files.Open(1, At("out.txt"), FileMode::Output);
+    files.Open(2, At("out.txt"), FileMode::Input);
+    files.Open(3, At("a.ind"), FileMode::Random);
+    EXPECT_EQ(ReadLineFailure(1), failure::BadFileMode);
+    EXPECT_EQ(Ignoring([&] { files.ReadChars(1, 0); }), failure::BadFileMode);
+    EXPECT_EQ(Ignoring([&] { files.Write(2, "x"); }), failure::BadFileMode);
+    EXPECT_EQ(Ignoring([&] { files.WriteLine(3, "x"); }), failure::BadFileMode);
+    EXPECT_EQ(ReadLineFailure(3), failure::BadFileMode);
+    EXPECT_EQ(Ignoring([&] { files.ReadRecord(2, 1); }), failure::BadFileMode);
+    EXPECT_EQ(Ignoring([&] { files.WriteRecord(1, 1, 1); }), failure::BadFileMode);
+}
+
+TEST_F(NumberedFilesTest, AFullDiskIs61AndSparesWhatStandsThere) {
+    const test::DiskLimit limit(4096);
+    files.Open(1, At("a.txt"), FileMode::Append);
+    files.Write(1, std::string(4000, 'x'));
+    EXPECT_EQ(Ignoring([&] { files.Write(1, std::string(4000, 'y')); }), failure::DiskFull);
+    EXPECT_EQ(folder.Read("a.txt").substr(0, 4000), std::string(4000, 'x'));
+    EXPECT_EQ(files.Position(1), 4001);
+}
+
+// Records
+
+TEST_F(NumberedFilesTest, ARecordIsASignedNumberWithItsLowByteFirst) {
+    files.Open(1, At("a.ind"), FileMode::Random);
+    files.WriteRecord(1, 1, 0x01020304);
+    files.WriteRecord(1, 2, -2);
+    EXPECT_EQ(folder.Read("a.ind"), "\x04\x03\x02\x01\xFE\xFF\xFF\xFF");
+    EXPECT_EQ(files.ReadRecord(1, 1), 0x01020304);
+    EXPECT_EQ(files.Position(1), 2) << "positions of such a file count records";
+    EXPECT_EQ(files.ReadRecord(1, 2), -2);
+    EXPECT_EQ(files.Length(1), 8) << "and lengths bytes";
+}
+
+TEST_F(NumberedFilesTest, ARecordBehindTheEndOrHalfBehindItReadsAsNought) {
+    folder.Write("a.ind", std::string("\x01\0\0\0\x02\x02\x02", 7));
+    files.Open(1, At("a.ind"), FileMode::Random);
+    EXPECT_EQ(files.ReadRecord(1, 1), 1);
+    EXPECT_EQ(files.ReadRecord(1, 2), 0);
+    EXPECT_EQ(files.ReadRecord(1, 3), 0);
+    EXPECT_EQ(files.ReadRecord(1, std::int64_t{1} << 40), 0);
+}
+
+TEST_F(NumberedFilesTest, ARecordBelow1Is63AndOneOutOfAllReachAnOverflow) {
+    files.Open(1, At("a.ind"), FileMode::Random);
+    EXPECT_EQ(Ignoring([&] { files.ReadRecord(1, 0); }), failure::BadRecordNumber);
+    EXPECT_EQ(Ignoring([&] { files.WriteRecord(1, -1, 5); }), failure::BadRecordNumber);
+    EXPECT_EQ(Ignoring([&] { files.Seek(1, 0); }), failure::BadRecordNumber);
+    EXPECT_EQ(Ignoring([&] { files.ReadRecord(1, std::numeric_limits<std::int64_t>::max()); }),
+              failure::Overflow);
+}
+
+TEST_F(NumberedFilesTest, RecordsMayBeLongerThanTheirNumberButNotShorter) {
+    files.Open(1, At("a.ind"), FileMode::Random, 8);
+    files.WriteRecord(1, 2, 9);
+    EXPECT_EQ(files.Length(1), 12);
+    EXPECT_EQ(files.ReadRecord(1, 2), 9);
+    EXPECT_EQ(files.ReadRecord(1, 1), 0);
+    EXPECT_EQ(Ignoring([&] { files.Open(2, At("a.ind"), FileMode::Random, 3); }),
+              failure::InvalidArgument);
+}
+
+// By path
+
+TEST_F(NumberedFilesTest, DeleteTakesAFileAwayAndIs53WithoutIt) {
+    folder.Write("a.txt", "x");
+    files.Delete(At("A.txt"));
+    EXPECT_FALSE(folder.Exists("a.txt"));
+    EXPECT_EQ(Ignoring([&] { files.Delete(At("a.txt")); }), failure::FileNotFound);
+    folder.MakeFolder("sub");
+    EXPECT_EQ(Ignoring([&] { files.Delete(At("sub")); }), failure::PathAccess);
+}
+
+TEST_F(NumberedFilesTest, ReplacePutsTheNewFileInThePlaceOfTheOld) {
+    folder.Write("New.txt", "new");
+    folder.Write("old.TXT", "old");
+    files.Replace(At("New.txt"), At("Old.txt"));
+    EXPECT_EQ(folder.Read("old.TXT"), "new");
+    EXPECT_FALSE(folder.Exists("New.txt"));
+    EXPECT_FALSE(folder.Exists("Old.txt"));
+    EXPECT_EQ(Ignoring([&] { files.Replace(At("New.txt"), At("Old.txt")); }),
+              failure::FileNotFound);
+    EXPECT_EQ(Ignoring([&] { files.Replace(At("old.TXT"), At("no\\such.txt")); }),
+              failure::PathNotFound);
+    EXPECT_EQ(folder.Read("old.TXT"), "new");
+}
+
+// What the watcher sees
+
+TEST_F(NumberedFilesTest, TheWatcherIsToldEveryOperationBeforeItHappens) {
+    std::vector<std::string> log;
+    folder.Write("a.txt", "old");
+    files.Watch([&](const NumberedFiles::Access& access) {
+        log.push_back(std::string(access.Kind) + " " + std::to_string(access.Number) + " " +
+                      std::string(access.Path.substr(access.Path.rfind('\\') + 1)) + " " +
+                      std::to_string(access.Bytes));
+    });
+    files.Open(3, At("a.txt"), FileMode::Output);
+    files.WriteLine(3, "abc");
+    files.Flush(3);
+    files.Close(3);
+    files.Open(4, At("a.ind"), FileMode::Random);
+    files.WriteRecord(4, 1, 1);
+    files.ReadRecord(4, 1);
+    files.CloseAll();
+    files.Replace(At("a.ind"), At("a.txt"));
+    files.Delete(At("a.txt"));
+    const std::vector<std::string> expected = {
+        "open 3 a.txt 0",  "truncate 3 a.txt 0", "write 3 a.txt 5", "flush 3 a.txt 0",
+        "close 3 a.txt 0", "open 4 a.ind 0",     "write 4 a.ind 4", "read 4 a.ind 4",
+        "close 4 a.ind 0", "rename 0 a.txt 0",   "flush 0 a.txt 0", "delete 0 a.txt 0"};
+    EXPECT_EQ(log, expected);
+}
+
+TEST_F(NumberedFilesTest, AFailureOfTheWatcherKeepsTheOperationFromHappening) {
+    folder.Write("a.txt", "old");
+    const auto fail = [](const NumberedFiles::Access& access) {
+        throw Failure(failure::PathAccess, std::string(access.Kind));
+    };
+    files.Watch(fail);
+    EXPECT_EQ(OpenFailure(At("a.txt"), FileMode::Output), failure::PathAccess);
+    EXPECT_FALSE(files.IsOpen(1));
+    files.Watch(nullptr);
+    EXPECT_EQ(folder.Read("a.txt"), "old");
+    files.Open(1, At("a.txt"), FileMode::Append);
+    files.Watch(fail);
+    EXPECT_EQ(Ignoring([&] { files.Write(1, "x"); }), failure::PathAccess);
+    EXPECT_EQ(Ignoring([&] { files.Delete(At("a.txt")); }), failure::PathAccess);
+    EXPECT_EQ(folder.Read("a.txt"), "old");
+}
+
+TEST_F(NumberedFilesTest, ANumberIsFreeAfterAFailedClose) {
+    OpenInput("x");
+    files.Open(2, At("a.txt"), FileMode::Input);
+    files.Watch([](const NumberedFiles::Access& access) {
+        if (access.Kind == "close" && access.Number == 1) {
+            throw Failure(failure::DeviceError, "test");
+        }
+    });
+    EXPECT_EQ(Ignoring([&] { files.CloseAll(); }), failure::DeviceError);
+    EXPECT_FALSE(files.IsOpen(1));
+    EXPECT_FALSE(files.IsOpen(2)) << "the others are closed all the same";
+}
+
+}  // namespace
+}  // namespace larder

@@ -1,0 +1,258 @@
+#include "store/RecipeWriter.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/Failure.h"
+#include "support/DataFolder.h"
+#include "support/DiskLimit.h"
+#include "support/ScriptedDisc.h"
+
+namespace larder {
+namespace {
+
+using test::Database;
+using test::DataFolder;
+using test::IndexBytes;
+
+class RecipeWriterTest : public ::testing::Test {
+  protected:
+    RecipeWriterTest() {
+        stock.AddRecipe("Baked Cod", "{\\rtf1 Baked Cod}");
+        stock.AddRecipe("Eel Stew", "{\\rtf1 Eel Stew}");
+        data.WriteStock(stock);
+    }
+    void Start() {
+        store.OpenYDB_IND_Normal();
+        store.RecalculateTotalRecipes();
+    }
+    std::string Custom() const { return data.Folder.Read("Data/Custom Recipes.ydb"); }
+    std::string CustomIndex() const { return data.Folder.Read("Data/Custom Recipes Index.ind"); }
+    void FailAt(const std::string& kind, int number, int failureNumber) {
+        data.Files.Watch([=](const NumberedFiles::Access& access) {
+            if (access.Kind == kind && access.Number == number) {
+                throw Failure(failureNumber, "test");
+            }
+        });
+    }
+
+    Database stock;
+    DataFolder data;
+    test::ScriptedDisc disc;
+    RecipeStore store{data.Files, data.Paths, disc};
+    std::vector<std::string> messages;
+    RecipeWriter writer{data.Files, data.Paths, store,
+                        [this](const std::string& text) { messages.push_back(text); }};
+};
+
+// Recipes
+
+TEST_F(RecipeWriterTest, TheFirstCustomRecipeCreatesItsFileAndFollowsTheStock) {
+    Start();
+    ASSERT_FALSE(data.Folder.Exists("Data/Custom Recipes.ydb"));
+    writer.AddRecipeTo_YDB_IND("Sprats", "{\\rtf1 Sprats}", 21, 22);
+    EXPECT_EQ(Custom(), "Sprats\r\n{\\rtf1 Sprats}\r\n");
+    EXPECT_EQ(CustomIndex(), IndexBytes({1}));
+    EXPECT_EQ(store.TotalNumRecords, store.OriginalNumRecords + 1);
+    EXPECT_EQ(store.GetRecipeTitle(store.TotalNumRecords), "Sprats");
+    EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(RecipeWriterTest, RecordsFollowOneAnotherWithoutAGap) {
+    Start();
+    writer.AddRecipeTo_YDB_IND("One", "{\\rtf1 1}", 21, 22);
+    writer.AddRecipeTo_YDB_IND("Two", "{\\rtf1 2}", 21, 22);
+    writer.AddRecipeTo_YDB_IND("Three", "{\\rtf1 3}", 21, 22);
+    EXPECT_EQ(CustomIndex(), IndexBytes({1, 17, 33}));
+    for (const std::int32_t i : {1, 2, 3}) {
+        EXPECT_EQ(store.GetRecipeRTF(2 + i), "{\\rtf1 " + std::to_string(i) + "}");
+    }
+    EXPECT_EQ(store.TotalNumRecords, 5);
+}
+
+TEST_F(RecipeWriterTest, BothFilesAreClosedAfterwardsAndTheNextReadOpensThem) {
+    Start();
+    writer.AddRecipeTo_YDB_IND("Sprats", "{\\rtf1 Sprats}", 21, 22);
+    EXPECT_FALSE(data.Files.IsOpen(21));
+    EXPECT_FALSE(data.Files.IsOpen(22));
+    EXPECT_EQ(store.GetRecipeTitle(3), "Sprats");
+    EXPECT_TRUE(data.Files.IsOpen(22));
+}
+
+TEST_F(RecipeWriterTest, AnIndexThatIsOpenStaysInUseAndOneThatIsClosedIsOpened) {
+    Start();
+    ASSERT_TRUE(data.Files.IsOpen(22));
+    writer.AddRecipeTo_YDB_IND("One", "1", 21, 22);
+    ASSERT_FALSE(data.Files.IsOpen(22));
+    writer.AddRecipeTo_YDB_IND("Two", "2", 21, 22);
+    EXPECT_EQ(CustomIndex(), IndexBytes({1, 9}));
+    EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(RecipeWriterTest, TheTemporaryFilesAreCreatedAndBeginAtPosition1) {
+    Start();
+    writer.AddRecipeTo_YDB_IND("One", "1", 11, 12);
+    writer.AddRecipeTo_YDB_IND("", "", 11, 12);
+    EXPECT_EQ(data.Folder.Read("Data/Recipes Temp.ydb"), "One\r\n1\r\n\r\n\r\n");
+    EXPECT_EQ(data.Folder.Read("Data/Recipes Index Temp.ind"), IndexBytes({1, 9}));
+    EXPECT_EQ(store.TotalNumRecords, 2) << "a rewrite makes no new numbers";
+    EXPECT_FALSE(data.Files.IsOpen(11));
+    EXPECT_FALSE(data.Files.IsOpen(12));
+}
+
+TEST_F(RecipeWriterTest, AnEmptyTemporaryFileBeginsAtPosition1Too) {
+    data.Folder.Write("Data/Recipes Temp.ydb", "");
+    Start();
+    writer.AddRecipeTo_YDB_IND("One", "1", 11, 12);
+    EXPECT_EQ(data.Folder.Read("Data/Recipes Index Temp.ind"), IndexBytes({1}));
+}
+
+TEST_F(RecipeWriterTest, NoOtherPairOfNumbersOpensAnything) {
+    Start();
+    const std::pair<std::int16_t, std::int16_t> pairs[] = {{1, 2}, {21, 12}, {11, 22}, {3, 4}};
+    for (const auto& [text, index] : pairs) {
+        messages.clear();
+        writer.AddRecipeTo_YDB_IND("x", "y", text, index);
+        EXPECT_EQ(messages,
+                  (std::vector<std::string>{"Error adding recipe.\nBad file name or number"}));
+        store.OpenYDB_IND_Normal();
+    }
+    EXPECT_FALSE(data.Folder.Exists("Data/Custom Recipes.ydb"));
+    EXPECT_FALSE(data.Folder.Exists("Data/Recipes Temp.ydb"));
+    EXPECT_EQ(data.Folder.Read("Data/Recipes.ydb"), stock.Text);
+    EXPECT_EQ(store.TotalNumRecords, 2);
+}
+
+TEST_F(RecipeWriterTest, AFailureShowsTheSystemsDescription) {
+    Start();
+    FailAt("open", 21, failure::PathAccess);
+    writer.AddRecipeTo_YDB_IND("Sprats", "x", 21, 22);
+    const std::vector<std::string> expected = {"Error adding recipe.\nPath/File access error"};
+    EXPECT_EQ(messages, expected);
+    EXPECT_EQ(store.TotalNumRecords, 2);
+}
+
+TEST_F(RecipeWriterTest, AFailureBetweenTextAndIndexLeavesTextWithoutAnEntryAndReadableRecipes) {
+    Start();
+    writer.AddRecipeTo_YDB_IND("One", "1", 21, 22);
+    FailAt("write", 22, failure::DiskFull);
+    writer.AddRecipeTo_YDB_IND("Lost", "x", 21, 22);
+    EXPECT_EQ(messages, std::vector<std::string>{"Error adding recipe.\nDisk full"});
+    EXPECT_EQ(CustomIndex(), IndexBytes({1}));
+    data.Files.Watch(nullptr);
+    EXPECT_EQ(store.GetRecipeTitle(3), "One") << "no file stays open for appending";
+    writer.AddRecipeTo_YDB_IND("Two", "2", 21, 22);
+    EXPECT_EQ(store.GetRecipeTitle(4), "Two");
+    EXPECT_EQ(store.GetRecipeRTF(4), "2");
+    EXPECT_EQ(store.TotalNumRecords, 4);
+}
+
+TEST_F(RecipeWriterTest, AFullDiskIsToldAndCostsNoOtherRecipe) {
+    Start();
+    writer.AddRecipeTo_YDB_IND("One", "1", 21, 22);
+    {
+        const test::DiskLimit limit(100);
+        writer.AddRecipeTo_YDB_IND("Big", std::string(1000, 'x'), 21, 22);
+    }
+    EXPECT_EQ(messages, std::vector<std::string>{"Error adding recipe.\nDisk full"});
+    EXPECT_EQ(store.TotalNumRecords, 3);
+    EXPECT_EQ(store.GetRecipeTitle(3), "One");
+}
+
+TEST_F(RecipeWriterTest, TextReachesTheDiskBeforeItsIndexEntryIsWritten) {
+    Start();
+    std::vector<std::string> log;
+    data.Files.Watch([&](const NumberedFiles::Access& access) {
+        if (access.Kind == "write" || access.Kind == "flush") {
+            log.push_back(std::string(access.Kind) + " " + std::to_string(access.Number));
+        }
+    });
+    writer.AddRecipeTo_YDB_IND("Sprats", "x", 21, 22);
+    const std::vector<std::string> expected = {"write 21", "write 21", "flush 21", "write 22",
+                                               "flush 22"};
+    EXPECT_EQ(log, expected);
+}
+
+TEST_F(RecipeWriterTest, AnEntryThatIsCutShortIsWrittenOver) {
+    data.Folder.Write("Data/Custom Recipes.ydb", "One\r\n1\r\n");
+    data.Folder.Write("Data/Custom Recipes Index.ind", IndexBytes({1}) + "\x07\x07");
+    Start();
+    writer.AddRecipeTo_YDB_IND("Two", "2", 21, 22);
+    EXPECT_EQ(CustomIndex(), IndexBytes({1, 9}));
+}
+
+// Descriptions
+
+TEST_F(RecipeWriterTest, ADescriptionIsFourLinesAndAnEntry) {
+    data.Folder.Write("Data/CategyD.ydb", "");
+    store.OpenCategoryDescriptions();
+    writer.AddCategoryTo_YDB_IND("BASS", "{\\rtf1 Bass}");
+    writer.AddCategoryTo_YDB_IND("COD", "{\\rtf1 Cod}");
+    EXPECT_EQ(data.Folder.Read("Data/CategyD.ydb"),
+              "BASS\r\n{\\rtf1 Bass}\r\n\r\n\\yyk\r\nCOD\r\n{\\rtf1 Cod}\r\n\r\n\\yyk\r\n");
+    EXPECT_EQ(data.Folder.Read("Data/CategyD Index.ind"), IndexBytes({1, 29}));
+}
+
+TEST_F(RecipeWriterTest, DescriptionsCanBeReadRightAfterOneIsAdded) {
+    data.Folder.Write("Data/CategyD.ydb", "");
+    store.OpenCategoryDescriptions();
+    writer.AddCategoryTo_YDB_IND("BASS", "{\\rtf1 Bass}");
+    EXPECT_EQ(store.GetCatTitle(1), "BASS");
+}
+
+TEST_F(RecipeWriterTest, AFailedDescriptionReachesTheCallerAndTheOthersStayReadable) {
+    data.Folder.Write("Data/CategyD.ydb", "");
+    store.OpenCategoryDescriptions();
+    writer.AddCategoryTo_YDB_IND("BASS", "{\\rtf1 Bass}");
+    FailAt("write", 3, failure::DiskFull);
+    EXPECT_EQ(Ignoring([&] { writer.AddCategoryTo_YDB_IND("COD", "x"); }), failure::DiskFull);
+    EXPECT_TRUE(messages.empty());
+    EXPECT_EQ(store.GetCatTitle(1), "BASS");
+    EXPECT_EQ(store.GetCatTitle(2), "");
+    EXPECT_EQ(Ignoring([&] {
+                  data.Files.Close(4);
+                  writer.AddCategoryTo_YDB_IND("COD", "x");
+              }),
+              failure::BadFileNumber);
+}
+
+// Records between separator lines
+
+class NextRecordTest : public RecipeWriterTest {
+  protected:
+    std::string Next() { return writer.GetNextRecipieFromDisk(1, Position); }
+    void Open(const std::string& text) {
+        data.Folder.Write("Data/Recipes.ydb", text);
+        data.Files.Open(1, data.Paths.strRecipesFile, FileMode::Input);
+    }
+    std::int32_t Position = 99;
+};
+
+TEST_F(NextRecordTest, TheLinesUpToTheSeparatorComeWithTheirPosition) {
+    Open("One\r\n1\r\n\r\n\\yyk\r\nTwo\r\n\\yyk\r\n");
+    EXPECT_EQ(Next(), "One\r1\r\r");
+    EXPECT_EQ(Position, 1);
+    EXPECT_EQ(Next(), "Two\r");
+    EXPECT_EQ(Position, 17);
+}
+
+TEST_F(NextRecordTest, ATailWithoutASeparatorComesWithPositionMinusOne) {
+    Open("One\r\n\\yyk\r\ntail\r\nmore");
+    Next();
+    EXPECT_EQ(Next(), "tail\rmore\r");
+    EXPECT_EQ(Position, -1);
+    EXPECT_EQ(Next(), "");
+    EXPECT_EQ(Position, -1) << "at the end of the file too";
+}
+
+TEST_F(NextRecordTest, OnlyALineOfExactlyTheSeparatorCounts) {
+    Open("a\\yyk\r\n\\yyk \r\n\\YYK\r\n\\yyk");
+    EXPECT_EQ(Next(), "a\\yyk\r\\yyk \r\\YYK\r");
+    EXPECT_EQ(Position, 1);
+}
+
+TEST_F(NextRecordTest, AClosedFileIsAFailure) {
+    EXPECT_EQ(Ignoring([&] { Next(); }), failure::BadFileNumber);
+}
+
+}  // namespace
+}  // namespace larder

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <unistd.h>
+
+namespace larder::test {
+
+// File permissions do not bind the superuser, as whom tests may run: gives his rights up for a
+// while. No effect for anybody else.
+class Unprivileged {
+  public:
+    Unprivileged() {
+        if (user_ == 0) Become(nobody);
+    }
+    ~Unprivileged() {
+        if (user_ == 0) Become(user_);
+    }
+    Unprivileged(const Unprivileged&) = delete;
+    Unprivileged& operator=(const Unprivileged&) = delete;
+
+  private:
+    static constexpr uid_t nobody = 65534;
+    static void Become(uid_t user) {
+        if (seteuid(user) != 0) _exit(99);
+    }
+    uid_t user_ = geteuid();
+};
+
+}  // namespace larder::test
