@@ -5,8 +5,9 @@ target_compile_options(larder_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference
     -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # GCC 12 reports null dereferences inside the standard library's own inlined code.
-    target_compile_options(larder_options INTERFACE -Wno-null-dereference)
+    # GCC 12 reports null dereferences and overlapping copies inside the standard library's own
+    # inlined code.
+    target_compile_options(larder_options INTERFACE -Wno-null-dereference -Wno-restrict)
 endif()
 
 if(LARDER_SANITIZE)

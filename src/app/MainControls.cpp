@@ -87,15 +87,15 @@ void MainControls::PlaceControls() {
         {imgWaterMark2, Pixels(260, 112, 238, 512), "", "", true},
         {imgWaterMark3, Pixels(546, 68, 440, 546), "", "", true},
         {chkFocusCatcher, Pixels(0, 0, 1, 1), "", "", true},
-        {lblCategory, Pixels(26, 64, 254, 30), "Category", "", true},
-        {lblFound, Pixels(280, 67, 136, 24), "Recipes found", "", true},
-        {lblTotal, Pixels(440, 22, 66, 30), "Recipes in the database", "", true},
+        {lblCategory, Pixels(26, 64, 352, 30), "Category", "", true},
+        {lblFound, Pixels(382, 68, 126, 24), "Recipes found", "", true},
+        {lblTotal, Pixels(446, 15, 62, 22), "Recipes in the database", "", true},
         {lblRecipeNum, Pixels(540, 14, 70, 34), "Recipe number", "", true},
         {chkJustWithPictures, Pixels(290, 42, 18, 18), "Only recipes with pictures", "", false},
         {lblJustWithPics, Pixels(312, 42, 198, 18), "", "Show only recipes with pictures.", false},
         {lvwX1, Pixels(20, 118, 202, 500), "Categories", "", true},
-        {imgSortByNum, Pixels(422, 69, 44, 22), "Sort by number", "Sort by number", true},
-        {imgSortByName, Pixels(468, 69, 44, 22), "Sort by name", "Sort by name", true},
+        {imgSortByNum, Pixels(420, 38, 44, 22), "Sort by number", "Sort by number", true},
+        {imgSortByName, Pixels(467, 38, 44, 22), "Sort by name", "Sort by name", true},
         {lvwX2, Pixels(264, 118, 234, 500), "Recipes", "", true},
         {ibRecipeButton, Pixels(612, 12, 92, 38), "Recipe", "", true},
         {ibPhotoButton, Pixels(706, 12, 92, 38), "Photo", "", true},
@@ -170,7 +170,7 @@ void MainControls::DressButtons() {
 
 void MainControls::DressLabels() {
     using Align = Label::Alignment;
-    const Font heading{Font::Family::Serif, 17.0F, true, false};
+    const Font heading{Font::Family::Serif, 16.0F, true, false};
     const Font small{Font::Family::Sans, 10.0F, false, false};
     const std::array<LabelLook, 6> table{{
         {lblCategory, heading, SlateBlue, Align::Left},

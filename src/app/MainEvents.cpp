@@ -29,7 +29,11 @@ void MainEvents::ConnectButtons() {
     ui.ibPhotoButton.OnClick = [this] { main.screen.ClickPhotoButton(); };
     ui.ibReset.OnClick = [this] { main.screen.ClickReset(); };
     ui.ibHelp.OnClick = [this] { main.screen.ClickHelp(); };
-    for (ImageButton* button : {&ui.ibAdd, &ui.ibSearch, &ui.ibPrint}) {
+    ui.ibSearch.OnClick = [this] {
+        main.SoundClick();
+        main.search.ShowDialog();
+    };
+    for (ImageButton* button : {&ui.ibAdd, &ui.ibPrint}) {
         button->OnClick = [this] { main.SoundClick(); };
     }
     ui.ibNext.OnClick = [this] {

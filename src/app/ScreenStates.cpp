@@ -67,7 +67,7 @@ void ScreenStates::ClickPhotoButton() {
     if (!main.pictures.HasPicture(std::to_string(main.viewer.CurrentRecipe()))) return;
     DimPhotoButton();
     NormRecipeButton();
-    main.viewer.ShowCurRecipePicture();
+    main.pictureView.ShowCurRecipePicture();
 }
 
 void ScreenStates::ClickReset() {
@@ -85,7 +85,7 @@ void ScreenStates::ClickPicture() {
     main.SoundClick();
     if (main.ui.lvwX2.Count() == 0) return;
     if (booEncyclopediaMode) {
-        main.viewer.ShowCurRecipePicture();
+        main.pictureView.ShowCurRecipePicture();
     } else {
         main.viewer.ShowRecipe(-1);
     }

@@ -20,6 +20,7 @@ bool StartUp::Run() {
     main.ui.window.Show();
     main.layout.ResizeIt();
     main.categories.SimulateCategoryClick("MY FAVORITES");
+    main.ui.rtbSee.SetTransparent(true);
     return true;
 }
 
@@ -77,7 +78,7 @@ void StartUp::LoadBackground() {
 
 void StartUp::OpenFiles() {
     main.store.OpenYDB_IND_Normal();
-    NamingFile(main.paths.strCatDFile, [this] { main.store.OpenCategoryDescriptions(); });
+    main.store.OpenCategoryDescriptions();
 }
 
 }  // namespace larder

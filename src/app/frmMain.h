@@ -12,6 +12,7 @@
 #include "browse/ListInput.h"
 #include "browse/ListSteps.h"
 #include "browse/ListWindow.h"
+#include "browse/PictureView.h"
 #include "browse/RecipeList.h"
 #include "browse/RecipeViewer.h"
 #include "layout/FontSizing.h"
@@ -30,6 +31,7 @@
 #include "platform/NumberedFiles.h"
 #include "platform/Paths.h"
 #include "platform/Sound.h"
+#include "search/RecipeSearch.h"
 #include "store/DataPaths.h"
 #include "store/RecipeStore.h"
 
@@ -90,6 +92,8 @@ class frmMain final : private GrowingListObserver, private DiscQuestion {
     ListSteps steps{*this};
     RecipeList recipes{*this};
     RecipeViewer viewer{*this};
+    PictureView pictureView{*this};
+    RecipeSearch search{*this};
     ListInput listInput{*this};
     MainEvents events{*this};
 

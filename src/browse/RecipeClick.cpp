@@ -27,7 +27,7 @@ void RecipeViewer::OpenLine(const ListItem& Item) {
         FlipMode();
     } else {
         SetCurrentRecipe(number);
-        ShowCurRecipePicture();
+        main.pictureView.ShowCurRecipePicture();
     }
 }
 

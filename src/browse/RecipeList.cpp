@@ -54,11 +54,13 @@ void RecipeList::ReportRecipesFound(const std::string& strAppend) {
 void RecipeList::DecorateWait(bool booStart, const std::string& strWhat) {
     if (!booStart) {
         main.ui.window.SetMousePointer(0);
+        main.search.SetMousePointer(0);
         main.ui.lvwX2.SetVisible(true);
         ReportRecipesFound("");
         return;
     }
     main.ui.window.SetMousePointer(11);
+    main.search.SetMousePointer(11);
     if (strWhat == "...") {
         ReportRecipesFound(strWhat);
         return;

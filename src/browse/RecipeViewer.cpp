@@ -112,14 +112,9 @@ void RecipeViewer::ColorSearchWords(RichTextBox& rtb) {
     }
 }
 
-void RecipeViewer::ShowCurRecipePicture() {
-    main.screen.SetEncyclopediaMode(false);
-    ShowRecipe(lngCurrentRecipe);
-}
-
 void RecipeViewer::FlipMode() {
     if (!main.ui.frPic.Visible() || main.screen.EncyclopediaMode()) {
-        ShowCurRecipePicture();
+        main.pictureView.ShowCurRecipePicture();
     } else {
         ShowRecipe(-1);
     }

@@ -26,8 +26,6 @@ class RecipeViewer {
     // Shows the text of a recipe; -1 is the current one. Ends quietly on a failure and then
     // returns false: there is no such recipe to show.
     bool ShowRecipe(std::int32_t RecipeNum);
-    // The current recipe as its picture, or as its text when it has none.
-    void ShowCurRecipePicture();
     // Between the recipe's text and its picture.
     void FlipMode();
     // The title line: larger, and in the title colour.

@@ -45,6 +45,7 @@ void WindowLayout::MoveControls() {
     main.ui.lvwX1.SetColumnWidth(1, main.ui.lvwX1.Width());
     if (main.recipes.booRecipeColumns) main.recipes.SetColumnsForRecipes_X2();
     PlaceRtbRes();
+    main.pictureView.UpdatePicture(0, true);
 }
 
 void WindowLayout::CountLines() {

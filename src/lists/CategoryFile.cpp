@@ -16,7 +16,7 @@ constexpr int FixedEntries = 6;
 
 void CategoryList::LoadCategories() {
     main.store.OpenYDB_IND_Normal();
-    NamingFile(main.paths.strRecipesIndexFile, [this] { main.store.RecalculateTotalRecipes(); });
+    main.store.RecalculateTotalRecipes();
     NamingFile(main.paths.strCategoriesFile, [this] { ReadEntries(); });
     MarkTopEntries();
     // While it was read, a long list has announced itself as one of recipes that grows.

@@ -86,13 +86,15 @@ void CategoryList::CategoryItemClick(ListItem& Item, bool Keyboard) {
 
 void CategoryList::ShowRecipesOf(const std::string& text) {
     ListView& lines = main.ui.lvwX2;
+    // Of a list that is held already nothing was reported.
+    main.recipes.ReportRecipesFound("");
     lines.SetHideSelection(false);
     if (lines.Count() >= 1) {
         main.lists.RememberSelectedKey(2);
         SetCurrentFromSelection();
         if (text == "ALL RECIPES WITH PICTURES") {
             SetCurrentFromSelection();
-            main.viewer.ShowCurRecipePicture();
+            main.pictureView.ShowCurRecipePicture();
         }
     } else {
         main.viewer.SetCurrentRecipe(-1);

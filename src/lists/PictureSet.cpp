@@ -1,16 +1,90 @@
 #include "lists/PictureSet.h"
 
+#include <optional>
+
 #include "app/frmMain.h"
+#include "platform/Text.h"
 
 namespace larder {
+
+namespace {
+
+std::string Blanked(std::int32_t number) { return " " + std::to_string(number) + " "; }
+
+}  // namespace
 
 bool PictureSet::HasPicture(const std::string& strRecipeNum) const {
     return strAllWithPicture.find(" " + strRecipeNum + " ") != std::string::npos;
 }
 
+std::string PictureSet::CheckForAPicture(std::string strRecipeNum) {
+    strPictureFileName.clear();
+    if (strRecipeNum == "....") strRecipeNum = std::to_string(main.viewer.CurrentRecipe());
+    std::optional<std::int32_t> number;
+    Ignoring([&] { number = ToLong(strRecipeNum); });
+    std::string folder = main.paths.strPhotosPathCD;
+    if (number && *number > main.store.OriginalNumRecords) {
+        folder = main.paths.strPhotosPath;
+    } else if (number && !WaitForPhotoFolder()) {
+        return {};
+    }
+    strPictureFileName = FirstFile(folder + strRecipeNum);
+    if (strPictureFileName.empty()) {
+        // Once more among the stock photos, for a number with blanks around it.
+        strPictureFileName =
+            FirstFile(main.paths.strPhotosPathCD + main.YS.TrimSpaces(strRecipeNum));
+    }
+    return strPictureFileName;
+}
+
+std::string PictureSet::FirstFile(const std::string& base) const {
+    for (const char* extension : {".jpg", ".bmp", ".gif"}) {
+        if (main.objFSO.FileExists(base + extension)) return base + extension;
+    }
+    return {};
+}
+
+bool PictureSet::WaitForPhotoFolder() {
+    while (!main.objFSO.FolderExists(main.paths.strPhotosPathCD)) {
+        const auto answer = main.dialogs.MessageBox(
+            "Can't find picture folder.\rPlease, make sure the CD is in the drive.",
+            Dialogs::Buttons::OkCancel, Dialogs::Icon::Exclamation, "Tidewell Larder");
+        if (answer != Dialogs::Answer::Ok) return false;
+    }
+    return true;
+}
+
+void PictureSet::AddToAllWithPicture(std::int32_t RecipeNum) {
+    VirtualListItem* entry = main.VList[0].PeekKey("ALL RECIPES WITH PICTURES");
+    if (entry == nullptr) return;
+    if (entry->Tag.find(Blanked(RecipeNum)) != std::string::npos) return;
+    entry->Tag += std::to_string(RecipeNum) + " ";
+    strAllWithPicture = entry->Tag;
+    main.categories.UpdateCategoryFile();
+}
+
+void PictureSet::RemoveFromAllWithPicture(std::int32_t RecipeNum) {
+    VirtualListItem* entry = main.VList[0].PeekKey("ALL RECIPES WITH PICTURES");
+    if (entry == nullptr) return;
+    if (entry->Tag.find(Blanked(RecipeNum)) == std::string::npos) return;
+    main.YS.ReplaceStr(entry->Tag, Blanked(RecipeNum), " ");
+    strAllWithPicture = entry->Tag;
+    main.categories.UpdateCategoryFile();
+}
+
 void PictureSet::TakeFromCategories() {
     const VirtualListItem* entry = main.VList[0].PeekKey("ALL RECIPES WITH PICTURES");
     if (entry != nullptr) strAllWithPicture = entry->Tag;
+}
+
+void PictureSet::QueryPicturesOnly() {
+    ListView& lines = main.ui.lvwX2;
+    const int last = lines.Count() + 1;
+    for (int i = 1; i <= last; ++i) {
+        Ignoring([&] {
+            if (!lines.Item(i).Bold()) lines.Remove(i);
+        });
+    }
 }
 
 }  // namespace larder

@@ -56,7 +56,7 @@ class ImageButton::Widget : public QWidget {
     void mousePressEvent(QMouseEvent* event) override {
         if (heldBy_ != Qt::NoButton || spaceHeld_) return;
         heldBy_ = event->button();
-        SetPressed(true);
+        BeginPress();
         FireMouse(button_.OnMouseDown, *event);
     }
     // A second quick press is a press like the first.
@@ -70,7 +70,7 @@ class ImageButton::Widget : public QWidget {
         if (heldBy_ == Qt::NoButton || event->button() != heldBy_) return;
         const bool clicks = heldBy_ == Qt::LeftButton && IsOver(*event);
         heldBy_ = Qt::NoButton;
-        SetPressed(false);
+        Release();
         const QPointer<Widget> alive(this);
         FireMouse(button_.OnMouseUp, *event);
         if (clicks && !alive.isNull()) Fire(button_.OnClick);
@@ -92,11 +92,12 @@ class ImageButton::Widget : public QWidget {
     }
     void hideEvent(QHideEvent*) override { EndPress(); }
 
-    bool event(QEvent* event) override {
+    // While a press lasts, the window's own events are watched.
+    bool eventFilter(QObject*, QEvent* event) override {
         const bool lost =
             event->type() == QEvent::WindowBlocked || event->type() == QEvent::WindowDeactivate;
         if (lost) EndPress();
-        return QWidget::event(event);
+        return false;
     }
 
   private:
@@ -111,6 +112,15 @@ class ImageButton::Widget : public QWidget {
         update();
     }
 
+    void BeginPress() {
+        SetPressed(true);
+        window()->installEventFilter(this);
+    }
+    void Release() {
+        SetPressed(false);
+        window()->removeEventFilter(this);
+    }
+
     // The press ends and its release will never be seen.
     void EndPress() {
         if (heldBy_ == Qt::NoButton && !spaceHeld_) return;
@@ -119,7 +129,7 @@ class ImageButton::Widget : public QWidget {
                                                        : mouse::LeftButton;
         heldBy_ = Qt::NoButton;
         spaceHeld_ = false;
-        SetPressed(false);
+        Release();
         Fire(button_.OnMouseUp, held, 0, CentreX(), CentreY());
     }
 
@@ -146,7 +156,7 @@ void ImageButton::Widget::keyPressEvent(QKeyEvent* event) {
     }
     if (event->isAutoRepeat() || spaceHeld_ || heldBy_ != Qt::NoButton) return;
     spaceHeld_ = true;
-    SetPressed(true);
+    BeginPress();
     Fire(button_.OnMouseDown, mouse::LeftButton, ShiftOf(*event), CentreX(), CentreY());
 }
 

@@ -52,7 +52,7 @@ Lines BreakIntoLines(const QString& text, const QFont& font, const QSize& room) 
 }
 
 QString UnifiedBreaks(const std::string& caption) {
-    QString text = NativeText(caption);
+    QString text = NativeText(Showable(caption));
     text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     return text;

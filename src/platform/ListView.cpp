@@ -91,7 +91,6 @@ class ListView::Widget : public QTreeView {
   public:
     Widget(QWidget* parent, ListView& list)
         : QTreeView(parent), Lines(list), Row(this), list_(list) {
-        setModel(&Lines);
         setItemDelegate(&Row);
         setHeaderHidden(true);
         header()->setStretchLastSection(false);
@@ -112,6 +111,9 @@ class ListView::Widget : public QTreeView {
         viewport()->setAutoFillBackground(false);
         viewport()->setMouseTracking(true);
     }
+
+    // The list is made behind its widget, and until then the model cannot be asked for anything.
+    void TakeModel() { setModel(&Lines); }
 
     int RowPixels() const { return Row.Height; }
 
@@ -285,7 +287,8 @@ void ListView::Widget::PaintLine(QPainter& painter, const ListItem& item, const 
         const std::int32_t color = column == 0 ? item.ForeColor() : item.SubForeColor(column);
         painter.setPen(NativeColor(focused ? house::Paper : color));
         painter.drawText(cell, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                         metrics.elidedText(NativeText(text), Qt::ElideRight, cell.width()));
+                         metrics.elidedText(NativeText(Showable(text)), Qt::ElideRight,
+                                            cell.width()));
     }
 }
 
@@ -302,6 +305,7 @@ int ListView::Widget::PaintIcon(QPainter& painter, const ListItem& item, const Q
 
 ListView::ListView(Container& container, const std::string& name, int index)
     : Control(container, name, index, new Widget(ParentFor(container), *this)) {
+    Mine()->TakeModel();
     SetFont(font_);
 }
 

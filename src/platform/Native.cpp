@@ -22,8 +22,13 @@ QString NativeText(std::string_view text) { return QString::fromStdU16String(ToU
 
 std::string ProgramText(const QString& text) { return FromUtf16(text.toStdU16String()); }
 
+std::string_view Showable(std::string_view text) {
+    constexpr std::size_t most = 4096;
+    return text.substr(0, most);
+}
+
 QString NativeToolTip(std::string_view text) {
-    const QString plain = NativeText(text);
+    const QString plain = NativeText(Showable(text));
     if (!Qt::mightBeRichText(plain)) return plain;
     return QStringLiteral("<span>") + plain.toHtmlEscaped() + QStringLiteral("</span>");
 }

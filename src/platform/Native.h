@@ -19,6 +19,9 @@ namespace larder {
 // The program's values in Qt's terms and back. For the Qt side of the platform layer only.
 
 QString NativeText(std::string_view text);
+// The part of a text that a line on the screen could have room for: laying out megabytes, as a
+// damaged file may hold, would take many seconds.
+std::string_view Showable(std::string_view text);
 std::string ProgramText(const QString& text);
 // A tool tip shows as it is written, never as mark-up.
 QString NativeToolTip(std::string_view text);

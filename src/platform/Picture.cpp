@@ -1,6 +1,7 @@
 #include "platform/Picture.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 
 #include <QFile>
 #include <QImage>
@@ -30,6 +31,11 @@ constexpr qint64 PixelLimit = 100'000'000;
 constexpr int KeptSide = 4096;
 constexpr qint64 SvgLimit = 16 * 1024 * 1024;
 
+bool IsFolder(int descriptor) {
+    struct stat status = {};
+    return ::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
+}
+
 void Open(QFile& file, const std::string& path) {
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0) {
@@ -43,9 +49,9 @@ void Open(QFile& file, const std::string& path) {
             default: throw Failure(failure::PathAccess, Source);
         }
     }
-    if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        throw Failure(failure::PathAccess, Source);  // a folder, say
-    }
+    const bool opened =
+        file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+    if (!opened || IsFolder(descriptor)) throw Failure(failure::PathAccess, Source);
 }
 
 bool LooksLikeDrawing(QFile& file) {

@@ -39,21 +39,27 @@ RichTextBox::RichTextBox(Container& container, const std::string& name, int inde
 
 RichTextBox::RichTextBox(Container& container, const std::string& name, int index,
                          const std::shared_ptr<Content>& content)
-    : Control(container, name, index, new RichTextWidget(ParentFor(container), content)),
+    : Control(container, name, index, content->MakeWidget(ParentFor(container), content)),
       content_(content) {
-    content_->Attach(this, static_cast<RichTextWidget*>(Native()));
+    content_->Attach(this);
 }
 
-RichTextBox::~RichTextBox() { content_->Detach(); }
+RichTextBox::~RichTextBox() {
+    content_->Detach();
+}
 
-std::string RichTextBox::Text() const { return content_->Text().Text(); }
+std::string RichTextBox::Text() const {
+    return content_->Text().Text();
+}
 
 void RichTextBox::SetText(const std::string& text) {
     content_->Changed(content_->Text().SetPlain(text));
     content_->Selected(Look::Stay);
 }
 
-std::string RichTextBox::TextRTF() const { return content_->Text().Rtf(); }
+std::string RichTextBox::TextRTF() const {
+    return content_->Text().Rtf();
+}
 
 void RichTextBox::SetTextRTF(const std::string& rtf) {
     content_->Changed(content_->Text().SetRtf(rtf));
@@ -66,10 +72,11 @@ void RichTextBox::LoadFile(const std::string& nativePath) {
         throw Failure(failure::FileNotFound, "RichTextBox.LoadFile");
     }
     std::ifstream file(nativePath, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-    if (!std::filesystem::is_regular_file(nativePath, error) || !file.is_open() || file.bad()) {
+    if (!std::filesystem::is_regular_file(nativePath, error) || !file.is_open()) {
         throw Failure(failure::PathAccess, "RichTextBox.LoadFile");
     }
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    if (file.bad()) throw Failure(failure::PathAccess, "RichTextBox.LoadFile");
     SetTextRTF(bytes);
 }
 
@@ -93,14 +100,18 @@ void RichTextBox::SetSelLength(std::int32_t length) {
     content_->Selected(Look::Stay);
 }
 
-std::string RichTextBox::SelText() const { return content_->Text().SelectedText(); }
+std::string RichTextBox::SelText() const {
+    return content_->Text().SelectedText();
+}
 
 void RichTextBox::SetSelText(const std::string& text) {
     content_->Changed(content_->Text().ReplaceSelection(std::string_view(text)));
     content_->Selected(Look::AtCaret);
 }
 
-std::string RichTextBox::SelRTF() const { return WriteRtf(content_->Text().Selected()); }
+std::string RichTextBox::SelRTF() const {
+    return WriteRtf(content_->Text().Selected());
+}
 
 void RichTextBox::SetSelRTF(const std::string& rtf) {
     const auto document = ReadRtf(rtf);
@@ -153,10 +164,14 @@ std::optional<RichTextBox::Alignment> RichTextBox::SelAlignment() const {
                                [](const ParaFormat& format) { return format.alignment; });
     if (!common) return std::nullopt;
     switch (*common) {
-        case larder::Alignment::Left: return Alignment::Left;
-        case larder::Alignment::Right: return Alignment::Right;
-        case larder::Alignment::Centre: return Alignment::Center;
-        default: return std::nullopt;
+        case larder::Alignment::Left:
+            return Alignment::Left;
+        case larder::Alignment::Right:
+            return Alignment::Right;
+        case larder::Alignment::Centre:
+            return Alignment::Center;
+        default:
+            return std::nullopt;
     }
 }
 
@@ -197,9 +212,15 @@ void RichTextBox::SetSelUnderline(bool on) {
 void RichTextBox::SetSelAlignment(Alignment alignment) {
     ParaChange change;
     switch (alignment) {
-        case Alignment::Left: change.alignment = larder::Alignment::Left; break;
-        case Alignment::Right: change.alignment = larder::Alignment::Right; break;
-        case Alignment::Center: change.alignment = larder::Alignment::Centre; break;
+        case Alignment::Left:
+            change.alignment = larder::Alignment::Left;
+            break;
+        case Alignment::Right:
+            change.alignment = larder::Alignment::Right;
+            break;
+        case Alignment::Center:
+            change.alignment = larder::Alignment::Centre;
+            break;
     }
     content_->Changed(content_->Text().Lay(change));
 }
@@ -218,7 +239,9 @@ void RichTextBox::SetTransparent(bool transparent) {
     content_->Widget().SetTransparent(transparent);
 }
 
-std::int32_t RichTextBox::FirstVisibleLine() const { return content_->FirstVisibleLine(); }
+std::int32_t RichTextBox::FirstVisibleLine() const {
+    return content_->FirstVisibleLine();
+}
 
 void RichTextBox::LineScroll(std::int32_t lines) {
     content_->BringUpToDate();
@@ -227,15 +250,23 @@ void RichTextBox::LineScroll(std::int32_t lines) {
     widget.ScrollToLine(static_cast<int>(std::clamp<std::int64_t>(line, 0, widget.LineCount())));
 }
 
-void RichTextBox::PageUp() { content_->TurnPage(true); }
-void RichTextBox::PageDown() { content_->TurnPage(false); }
+void RichTextBox::PageUp() {
+    content_->TurnPage(true);
+}
+void RichTextBox::PageDown() {
+    content_->TurnPage(false);
+}
 
 std::int32_t RichTextBox::LineCount() const {
     content_->BringUpToDate();
     return content_->Widget().LineCount();
 }
 
-RichTextBox::Update::Update(RichTextBox& box) : box_(box) { box_.content_->BeginUpdate(); }
-RichTextBox::Update::~Update() { box_.content_->EndUpdate(); }
+RichTextBox::Update::Update(RichTextBox& box) : box_(box) {
+    box_.content_->BeginUpdate();
+}
+RichTextBox::Update::~Update() {
+    box_.content_->EndUpdate();
+}
 
 }  // namespace larder

@@ -99,7 +99,7 @@ class RichTextBox : public Control {
         RichTextBox& box_;
     };
 
-    std::function<void()> OnChange;      // the text was changed, by typing or by program
+    std::function<void()> OnChange;  // the text was changed, by typing or by program
     std::function<void()> OnSelChange;
     std::function<void(int& KeyCode, int Shift)> OnKeyDown;
     std::function<void()> OnScroll;  // other lines are visible: by the wheel, a key, the program

@@ -2,7 +2,9 @@
 
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
+#include <QTextEdit>
 #include <string>
 
 #include "platform/Handlers.h"
@@ -25,10 +27,14 @@ class RichTextBox::Content::Own {
     Content& content_;
 };
 
-void RichTextBox::Content::Attach(RichTextBox* box, RichTextWidget* widget) {
-    box_ = box;
-    widget_ = widget;
-    document_.emplace(*widget->document(), widget->logicalDpiY());
+RichTextBox::Content::Content() = default;
+RichTextBox::Content::~Content() = default;
+
+QWidget* RichTextBox::Content::MakeWidget(QWidget* parent, const std::shared_ptr<Content>& self) {
+    widget_ = std::make_unique<RichTextWidget>(parent, self);
+    QTextEdit& edit = widget_->Edit();
+    document_.emplace(*edit.document(), edit.logicalDpiY());
+    return &edit;
 }
 
 RichTextContent& RichTextBox::Content::Text() {
@@ -43,21 +49,21 @@ RichTextContent& RichTextBox::Content::Text() {
 
 void RichTextBox::Content::TakeSelection() {
     selectionBehind_ = false;
-    const QTextCursor cursor = widget_->textCursor();
+    const QTextCursor cursor = widget_->Edit().textCursor();
     const RichText& text = text_.Document();
     text_.Select(text.PositionAt(static_cast<std::size_t>(cursor.selectionStart())),
                  text.PositionAt(static_cast<std::size_t>(cursor.selectionEnd())));
     if (cursor.hasSelection()) return;
     RichText table;
     const CharFormat format =
-        CharFormatOf(widget_->currentCharFormat(), table, document_->DotsPerInch());
+        CharFormatOf(widget_->Edit().currentCharFormat(), table, document_->DotsPerInch());
     text_.SetNext({table.Fonts()[format.font], format.halfPoints, format.colour, format.highlight,
                    format.bold, format.italic, format.underline, format.strike, format.script});
 }
 
 bool RichTextBox::Content::Wholesale(const RichTextContent::Change& change) const {
     if (change.kind == Kind::Whole) return true;
-    if (widget_->document()->isUndoAvailable()) return false;
+    if (widget_->Edit().document()->isUndoAvailable()) return false;
     const std::size_t touched = change.newTo - change.from;
     return updates_ > 0 || touched * 2 > text_.Document().Units().size();
 }
@@ -88,7 +94,7 @@ void RichTextBox::Content::Format(const CharChange& change) {
 void RichTextBox::Content::Repeat(const RichTextContent::Change& change) {
     const Own own(*this);
     if (updates_ > 0 && !step_) {
-        step_.emplace(widget_->document());
+        step_ = std::make_unique<QTextCursor>(widget_->Edit().document());
         step_->beginEditBlock();
     }
     const RichText& text = text_.Document();
@@ -96,11 +102,16 @@ void RichTextBox::Content::Repeat(const RichTextContent::Change& change) {
         case Kind::Text:
             document_->Splice(text, change.from, change.oldTo, change.newTo);
             break;
-        case Kind::Characters: document_->FormatCharacters(text, change.from, change.newTo); break;
-        case Kind::Paragraphs: document_->FormatParagraphs(text, change.from, change.newTo); break;
-        default: break;
+        case Kind::Characters:
+            document_->FormatCharacters(text, change.from, change.newTo);
+            break;
+        case Kind::Paragraphs:
+            document_->FormatParagraphs(text, change.from, change.newTo);
+            break;
+        default:
+            break;
     }
-    revision_ = widget_->document()->revision();
+    revision_ = widget_->Edit().document()->revision();
 }
 
 void RichTextBox::Content::EndStep() {
@@ -108,7 +119,7 @@ void RichTextBox::Content::EndStep() {
     const Own own(*this);
     step_->endEditBlock();
     step_.reset();
-    revision_ = widget_->document()->revision();
+    revision_ = widget_->Edit().document()->revision();
 }
 
 void RichTextBox::Content::EndUpdate() {
@@ -138,8 +149,10 @@ void RichTextBox::Content::ShowSelection() {
     widget_->SetSelection(static_cast<int>(text.UnitAt(text_.From())),
                           static_cast<int>(text.UnitAt(text_.To())));
     if (!text_.HasSelection()) {
-        widget_->setCurrentCharFormat(
-            NativeFormat(text, text_.Next(), document_->DotsPerInch()));
+        const RichText table(text_.NextFont());
+        CharFormat next = text_.Next();
+        next.font = 0;
+        widget_->Edit().setCurrentCharFormat(NativeFormat(table, next, document_->DotsPerInch()));
     }
 }
 
@@ -157,11 +170,11 @@ void RichTextBox::Content::BringUpToDate() {
         return;
     }
     const Own own(*this);
-    QScrollBar& bar = *widget_->verticalScrollBar();
+    QScrollBar& bar = *widget_->Edit().verticalScrollBar();
     const int scrolled = fromTop_ ? 0 : bar.value();
     document_->Build(text_.Document());
     screenBehind_ = false;
-    revision_ = widget_->document()->revision();
+    revision_ = widget_->Edit().document()->revision();
     ShowSelection();
     if (!fromTop_) widget_->LineCount();  // lays out, so that there is something to scroll
     bar.setValue(scrolled);
@@ -205,7 +218,7 @@ void RichTextBox::Content::UserMovedCaret() {
     if (own_ > 0 || screenBehind_) return;
     selectionBehind_ = true;
     TypeAsBreak();
-    const QTextCursor cursor = widget_->textCursor();
+    const QTextCursor cursor = widget_->Edit().textCursor();
     const auto place = std::pair(cursor.anchor(), cursor.position());
     if (place == userPlace_) return;  // Qt tells of the caret and of the selection
     userPlace_ = place;
@@ -216,15 +229,15 @@ void RichTextBox::Content::UserMovedCaret() {
 // A caret that the user puts into an empty paragraph types in the format of that paragraph's own
 // break; Qt would take that of the break before.
 void RichTextBox::Content::TypeAsBreak() {
-    const int revision = widget_->document()->revision();
+    const int revision = widget_->Edit().document()->revision();
     const bool moved = revision == revision_;
     revision_ = revision;
-    const QTextCursor cursor = widget_->textCursor();
+    const QTextCursor cursor = widget_->Edit().textCursor();
     if (!moved || cursor.hasSelection() || cursor.block().length() > 1) return;
     const auto format = document_->BreakFormat(cursor.position());
     if (!format) return;
     const Own own(*this);
-    widget_->setCurrentCharFormat(*format);
+    widget_->Edit().setCurrentCharFormat(*format);
 }
 
 void RichTextBox::Content::Scrolled() {
@@ -233,13 +246,18 @@ void RichTextBox::Content::Scrolled() {
 
 void RichTextBox::Content::Insert(const RichText& text) {
     selectionBehind_ = true;  // a drop has moved the caret without saying so
-    Changed(Text().ReplaceSelection(text));
-    Selected(RichTextLook::Stay);
+    Inserted(Text().ReplaceSelection(text));
 }
 
 void RichTextBox::Content::Insert(std::u16string_view plain) {
     selectionBehind_ = true;
-    Changed(Text().ReplaceSelection(plain));
+    Inserted(Text().ReplaceSelection(plain));
+}
+
+// What the user put in he can undo, however much it is.
+void RichTextBox::Content::Inserted(const RichTextContent::Change& change) {
+    Repeat(change);
+    if (box_) Fire(box_->OnChange);
     Selected(RichTextLook::Stay);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QTextCursor>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -9,6 +9,8 @@
 #include "platform/RichTextContent.h"
 #include "platform/RichTextDocument.h"
 #include "platform/RichTextWidget.h"
+
+class QTextCursor;
 
 namespace larder {
 
@@ -22,8 +24,13 @@ enum class RichTextLook { Stay, AtCaret };
 // For the Qt side of the platform layer only.
 struct RichTextBox::Content : public RichTextWidget::Host {
   public:
-    // The box tells itself and its widget when both exist, and when it goes.
-    void Attach(RichTextBox* box, RichTextWidget* widget);
+    Content();
+    ~Content() override;
+
+    // Makes the widget, which keeps `self` (this) alive.
+    QWidget* MakeWidget(QWidget* parent, const std::shared_ptr<Content>& self);
+    // The box tells itself when it exists, and when it goes.
+    void Attach(RichTextBox* box) { box_ = box; }
     void Detach() { box_ = nullptr; }
     RichTextWidget& Widget() { return *widget_; }
 
@@ -55,6 +62,7 @@ struct RichTextBox::Content : public RichTextWidget::Host {
     class Own;
     bool Wholesale(const RichTextContent::Change& change) const;
     void Repeat(const RichTextContent::Change& change);
+    void Inserted(const RichTextContent::Change& change);
     void TakeSelection();
     void ShowSelection();
     void ShowCaret();
@@ -63,18 +71,18 @@ struct RichTextBox::Content : public RichTextWidget::Host {
     void EndStep();
 
     RichTextBox* box_ = nullptr;
-    RichTextWidget* widget_ = nullptr;
+    std::unique_ptr<RichTextWidget> widget_;
     std::optional<RichTextDocument> document_;
     RichTextContent text_;
     bool screenBehind_ = true;
     bool textBehind_ = false;
     bool selectionBehind_ = false;
-    bool fromTop_ = true;      // new text is shown from its first line on
-    bool caretSought_ = false; // the caret is to be seen when the screen has caught up
-    int own_ = 0;              // changes of the document that are not the user's are under way
+    bool fromTop_ = true;       // new text is shown from its first line on
+    bool caretSought_ = false;  // the caret is to be seen when the screen has caught up
+    int own_ = 0;               // changes of the document that are not the user's are under way
     int updates_ = 0;
-    std::optional<QTextCursor> step_;  // gathers the changes of an update into one for Undo
-    int revision_ = 0;                 // of the document, when the caret moved last
+    std::unique_ptr<QTextCursor> step_;  // gathers the changes of an update into one for Undo
+    int revision_ = 0;                   // of the document, when the caret moved last
     std::size_t toldFrom_ = 0;
     std::size_t toldTo_ = 0;
     std::pair<int, int> userPlace_{-1, -1};  // where the user last put the selection

@@ -1,3 +1,5 @@
+#include "platform/RichTextClipboard.h"
+
 #include <QByteArray>
 #include <QImage>
 #include <QMimeData>
@@ -8,10 +10,8 @@
 
 #include "platform/RichTextDocument.h"
 #include "platform/RichTextPictures.h"
-#include "platform/RichTextWidget.h"
 #include "platform/rtf/Rtf.h"
 
-// What the text gives to the clipboard and takes from it, and drags likewise.
 namespace larder {
 
 namespace {
@@ -30,10 +30,10 @@ std::optional<RichText> RtfIn(const QMimeData& source) {
 
 }  // namespace
 
-QMimeData* RichTextWidget::createMimeDataFromSelection() const {
-    const std::string rtf = WriteRtf(host_->SelectedText());
+QMimeData* MimeOf(const RichText& text, const QTextCursor& selection) {
+    const std::string rtf = WriteRtf(text);
     const QByteArray bytes(rtf.data(), static_cast<qsizetype>(rtf.size()));
-    const QTextDocumentFragment fragment = textCursor().selection();
+    const QTextDocumentFragment fragment = selection.selection();
     auto mime = std::make_unique<QMimeData>();
     mime->setData(kRtfTypes[0], bytes);
     mime->setData(kRtfTypes[1], bytes);
@@ -42,26 +42,25 @@ QMimeData* RichTextWidget::createMimeDataFromSelection() const {
     return mime.release();
 }
 
-bool RichTextWidget::canInsertFromMimeData(const QMimeData* source) const {
+bool CanTake(const QMimeData& source) {
     for (const QString& type : kRtfTypes) {
-        if (source->hasFormat(type)) return true;
+        if (source.hasFormat(type)) return true;
     }
-    return source->hasHtml() || source->hasText() || source->hasImage();
+    return source.hasHtml() || source.hasText() || source.hasImage();
 }
 
-void RichTextWidget::insertFromMimeData(const QMimeData* source) {
-    if (!(textInteractionFlags() & Qt::TextEditable)) return;
-    if (const auto text = RtfIn(*source)) return host_->Insert(*text);
-    if (source->hasHtml()) {
+void Take(const QMimeData& source, RichTextWidget::Host& host, double dotsPerInch) {
+    if (const auto text = RtfIn(source)) return host.Insert(*text);
+    if (source.hasHtml()) {
         QTextDocument foreign;
-        foreign.setHtml(source->html());
-        return host_->Insert(RichTextOf(foreign, logicalDpiY()));
+        foreign.setHtml(source.html());
+        return host.Insert(RichTextOf(foreign, dotsPerInch));
     }
-    if (source->hasText()) return host_->Insert(source->text().toStdU16String());
-    if (source->hasImage()) {
+    if (source.hasText()) return host.Insert(source.text().toStdU16String());
+    if (source.hasImage()) {
         RichText picture;
-        picture.AppendPicture(PictureOf(qvariant_cast<QImage>(source->imageData())), 0);
-        host_->Insert(picture);
+        picture.AppendPicture(PictureOf(qvariant_cast<QImage>(source.imageData())), 0);
+        host.Insert(picture);
     }
 }
 

@@ -29,8 +29,8 @@ UnitRange WholeParagraphs(const RichText& document, std::size_t from, std::size_
     std::size_t start = 0;
     for (const RichText::Paragraph& paragraph : document.Paragraphs()) {
         const std::size_t end = start + paragraph.length;
-        const bool endsGroup = paragraph.end == BreakKind::Paragraph ||
-                               &paragraph == &document.Paragraphs().back();
+        const bool endsGroup =
+            paragraph.end == BreakKind::Paragraph || &paragraph == &document.Paragraphs().back();
         if (endsGroup) {
             if (groupStart <= from && from <= end) range.from = groupStart;
             // An end behind a break leaves the paragraph that begins there alone.
@@ -85,7 +85,9 @@ const std::string& RichTextContent::Text() const {
     return *text_;
 }
 
-std::string RichTextContent::Rtf() const { return WriteRtf(Document()); }
+std::string RichTextContent::Rtf() const {
+    return WriteRtf(Document());
+}
 
 void RichTextContent::Select(std::size_t from, std::size_t to) {
     next_ = {};
@@ -121,17 +123,38 @@ std::string RichTextContent::SelectedText() const {
     return HasSelection() ? Text().substr(from_, to_ - from_) : std::string();
 }
 
-RichText RichTextContent::Selected() const { return Document().Cut(from_, to_); }
+RichText RichTextContent::Selected() const {
+    return Document().Cut(from_, to_);
+}
 
 Change RichTextContent::ReplaceSelection(std::string_view text) {
     const CharChange next = next_;
+    const CharFormat format = Next();
     RichText& document = Editable();
     Change change{Change::Kind::Text, document.UnitAt(from_), document.UnitAt(to_), 0};
     const std::size_t end = document.ReplaceText(from_, to_, text);
     document.Change(from_, end, next);
     Replaced(end);
     change.newTo = document.UnitAt(end);
+    if (!text.empty()) GoOnIn(format, next.font);
     return change;
+}
+
+// In a new paragraph without text, typing goes on as in the one before.
+void RichTextContent::GoOnIn(const CharFormat& format, const std::optional<RichFont>& font) {
+    const std::string& text = Text();
+    const bool behindBreak = from_ > 0 && text[from_ - 1] == '\n';
+    const bool beforeBreak = from_ == text.size() || text[from_] == '\r';
+    if (!behindBreak || !beforeBreak) return;
+    next_ = {font ? font : Document().Fonts()[format.font],
+             format.halfPoints,
+             format.colour,
+             format.highlight,
+             format.bold,
+             format.italic,
+             format.underline,
+             format.strike,
+             format.script};
 }
 
 Change RichTextContent::ReplaceSelection(const RichText& with) {
@@ -145,11 +168,13 @@ Change RichTextContent::ReplaceSelection(const RichText& with) {
 
 Change RichTextContent::ReplaceSelection(std::u16string_view units) {
     CharFormat format = Formats().front();
-    RichText text(next_.font.value_or(Document().Fonts()[format.font]));
+    RichText text(HasSelection() ? Document().Fonts()[format.font] : NextFont());
     format.font = 0;
     const RichText::FormatIndex index = text.Intern(format);
     text.SetEndFormat(index);
     text.SetParagraphFormat(text.Intern(Layouts().front()));
+    const CharFormat next = Next();
+    const std::optional<RichFont> font = text.Fonts().front();
     for (std::size_t i = 0; i < units.size(); ++i) {
         const bool pair = units[i] == u'\r' && i + 1 < units.size() && units[i + 1] == u'\n';
         if (pair) ++i;
@@ -160,7 +185,9 @@ Change RichTextContent::ReplaceSelection(std::u16string_view units) {
             text.Append({&unit, 1}, index);
         }
     }
-    return ReplaceSelection(text);
+    const Change change = ReplaceSelection(text);
+    if (!units.empty()) GoOnIn(next, font);
+    return change;
 }
 
 void RichTextContent::Replaced(std::size_t end) {
@@ -192,10 +219,10 @@ Change RichTextContent::Format(const CharChange& change) {
 
 Change RichTextContent::Lay(const ParaChange& change) {
     Document();
-    const UnitRange range = WholeParagraphs(*document_, document_->UnitAt(from_),
-                                            document_->UnitAt(to_));
-    document_->ChangeParagraphs(document_->PositionAt(range.from),
-                                document_->PositionAt(range.to), change);
+    const UnitRange range =
+        WholeParagraphs(*document_, document_->UnitAt(from_), document_->UnitAt(to_));
+    document_->ChangeParagraphs(document_->PositionAt(range.from), document_->PositionAt(range.to),
+                                change);
     return {Change::Kind::Paragraphs, range.from, range.to, range.to};
 }
 

@@ -67,10 +67,12 @@ class RichTextContent {
     std::vector<ParaFormat> Layouts() const;
     // The format of what is typed next, for an empty selection.
     CharFormat Next() const { return Formats().front(); }
+    RichFont NextFont() const { return next_.font.value_or(Document().Fonts()[Next().font]); }
 
   private:
     RichText& Editable();
     void Replaced(std::size_t end);
+    void GoOnIn(const CharFormat& format, const std::optional<RichFont>& font);
 
     mutable std::optional<RichText> document_ = RichText();
     mutable std::string rtf_;  // in the place of the document until that is asked for

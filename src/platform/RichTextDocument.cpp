@@ -2,6 +2,7 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QImage>
+#include <QSizeF>
 #include <QString>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -72,9 +73,9 @@ class RichTextDocument::Writer {
             if (run.picture >= 0) {
                 InsertPicture(cursor, run);
             } else {
-                cursor.insertText(units.mid(static_cast<qsizetype>(start - from),
-                                            static_cast<qsizetype>(length)),
-                                  Format(run.format));
+                cursor.insertText(
+                    units.mid(static_cast<qsizetype>(start - from), static_cast<qsizetype>(length)),
+                    Format(run.format));
             }
         });
     }
@@ -83,8 +84,8 @@ class RichTextDocument::Writer {
         const RichPicture& picture = text_.Pictures()[static_cast<std::size_t>(run.picture)];
         const int number = Number(picture);
         const QUrl url(QStringLiteral("picture:%1").arg(number));
-        QImage image = target_.document_.resource(QTextDocument::ImageResource, url)
-                           .value<QImage>();
+        QImage image =
+            target_.document_.resource(QTextDocument::ImageResource, url).value<QImage>();
         if (image.isNull()) {
             image = ImageOf(picture);
             target_.document_.addResource(QTextDocument::ImageResource, url, image);
@@ -188,13 +189,13 @@ void RichTextDocument::FormatCharacters(const RichText& text, std::size_t from, 
     Writer writer(*this, text);
     QTextCursor cursor(&document_);
     cursor.beginEditBlock();
-    writer.ForEachRun(from, to, [&](std::size_t start, std::size_t length,
-                                    const RichText::Run& run) {
-        cursor.setPosition(static_cast<int>(start));
-        cursor.setPosition(static_cast<int>(start + length), QTextCursor::KeepAnchor);
-        cursor.setCharFormat(run.picture >= 0 ? writer.PictureFormat(run)
-                                              : writer.Format(run.format));
-    });
+    writer.ForEachRun(
+        from, to, [&](std::size_t start, std::size_t length, const RichText::Run& run) {
+            cursor.setPosition(static_cast<int>(start));
+            cursor.setPosition(static_cast<int>(start + length), QTextCursor::KeepAnchor);
+            cursor.setCharFormat(run.picture >= 0 ? writer.PictureFormat(run)
+                                                  : writer.Format(run.format));
+        });
     cursor.endEditBlock();
 }
 

@@ -1,14 +1,12 @@
 #pragma once
 
-#include <QList>
-#include <QTextCharFormat>
 #include <cstddef>
 #include <optional>
 #include <vector>
 
 #include "platform/rtf/RichText.h"
 
-class QTextCursor;
+class QTextCharFormat;
 class QTextDocument;
 
 namespace larder {

@@ -29,11 +29,11 @@ enum class Class { Serif, Sans, Mono };
 Class ClassByName(const QString& name) {
     static const std::array mono = {QLatin1String("courier"), QLatin1String("mono"),
                                     QLatin1String("consolas"), QLatin1String("typewriter")};
-    static const std::array sans = {
-        QLatin1String("arial"),   QLatin1String("helvetica"), QLatin1String("sans"),
-        QLatin1String("tahoma"),  QLatin1String("verdana"),   QLatin1String("calibri"),
-        QLatin1String("segoe"),   QLatin1String("carlito"),   QLatin1String("lato"),
-        QLatin1String("trebuchet")};
+    static const std::array sans = {QLatin1String("arial"),   QLatin1String("helvetica"),
+                                    QLatin1String("sans"),    QLatin1String("tahoma"),
+                                    QLatin1String("verdana"), QLatin1String("calibri"),
+                                    QLatin1String("segoe"),   QLatin1String("carlito"),
+                                    QLatin1String("lato"),    QLatin1String("trebuchet")};
     const auto holds = [&name](QLatin1String part) {
         return name.contains(part, Qt::CaseInsensitive);
     };
@@ -43,10 +43,14 @@ Class ClassByName(const QString& name) {
 
 Class ClassOf(const RichFont& font, const QString& name) {
     switch (font.family) {
-        case FontFamily::Roman: return Class::Serif;
-        case FontFamily::Swiss: return Class::Sans;
-        case FontFamily::Modern: return Class::Mono;
-        default: return ClassByName(name);
+        case FontFamily::Roman:
+            return Class::Serif;
+        case FontFamily::Swiss:
+            return Class::Sans;
+        case FontFamily::Modern:
+            return Class::Mono;
+        default:
+            return ClassByName(name);
     }
 }
 
@@ -78,9 +82,15 @@ RichFont FontOf(const QTextCharFormat& native) {
     if (families.isEmpty()) return font;
     font.name = families.front().toStdString();
     switch (ClassByName(families.front())) {
-        case Class::Serif: font.family = FontFamily::Roman; break;
-        case Class::Sans: font.family = FontFamily::Swiss; break;
-        case Class::Mono: font.family = FontFamily::Modern; break;
+        case Class::Serif:
+            font.family = FontFamily::Roman;
+            break;
+        case Class::Sans:
+            font.family = FontFamily::Swiss;
+            break;
+        case Class::Mono:
+            font.family = FontFamily::Modern;
+            break;
     }
     return font;
 }
@@ -104,38 +114,52 @@ std::uint32_t ColourOf(const QBrush& brush) {
     return static_cast<std::uint32_t>(color.red() | color.green() << 8 | color.blue() << 16);
 }
 
-double PixelsOf(std::int32_t twips) { return twips / static_cast<double>(TwipsPerPixel); }
+double PixelsOf(std::int32_t twips) {
+    return twips / static_cast<double>(TwipsPerPixel);
+}
 
 std::int32_t TwipsOf(double pixels) {
-    const double twips = std::clamp(pixels * static_cast<double>(TwipsPerPixel),
-                                    -1.0 * kMostTwips, 1.0 * kMostTwips);
+    const double twips = std::clamp(pixels * static_cast<double>(TwipsPerPixel), -1.0 * kMostTwips,
+                                    1.0 * kMostTwips);
     return static_cast<std::int32_t>(std::lround(twips));
 }
 
 QTextOption::TabType NativeKind(TabKind kind) {
     switch (kind) {
-        case TabKind::Right: return QTextOption::RightTab;
-        case TabKind::Centre: return QTextOption::CenterTab;
-        case TabKind::Decimal: return QTextOption::DelimiterTab;
-        default: return QTextOption::LeftTab;
+        case TabKind::Right:
+            return QTextOption::RightTab;
+        case TabKind::Centre:
+            return QTextOption::CenterTab;
+        case TabKind::Decimal:
+            return QTextOption::DelimiterTab;
+        default:
+            return QTextOption::LeftTab;
     }
 }
 
 TabKind KindOf(QTextOption::TabType type) {
     switch (type) {
-        case QTextOption::RightTab: return TabKind::Right;
-        case QTextOption::CenterTab: return TabKind::Centre;
-        case QTextOption::DelimiterTab: return TabKind::Decimal;
-        default: return TabKind::Left;
+        case QTextOption::RightTab:
+            return TabKind::Right;
+        case QTextOption::CenterTab:
+            return TabKind::Centre;
+        case QTextOption::DelimiterTab:
+            return TabKind::Decimal;
+        default:
+            return TabKind::Left;
     }
 }
 
 Qt::Alignment NativeAlignment(Alignment alignment) {
     switch (alignment) {
-        case Alignment::Right: return Qt::AlignRight;
-        case Alignment::Centre: return Qt::AlignHCenter;
-        case Alignment::Justify: return Qt::AlignJustify;
-        default: return Qt::AlignLeft;
+        case Alignment::Right:
+            return Qt::AlignRight;
+        case Alignment::Centre:
+            return Qt::AlignHCenter;
+        case Alignment::Justify:
+            return Qt::AlignJustify;
+        default:
+            return Qt::AlignLeft;
     }
 }
 

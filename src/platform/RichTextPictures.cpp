@@ -2,6 +2,8 @@
 
 #include <QBuffer>
 #include <QByteArray>
+#include <QImage>
+#include <QSizeF>
 #include <QtEndian>
 #include <cmath>
 #include <limits>
@@ -44,16 +46,23 @@ QImage ImageOfDib(const QByteArray& dib) {
 
 QImage ImageOf(const RichPicture& picture) {
     QImage image;
-    const bool fits = picture.bytes &&
-                      picture.bytes->size() <= std::size_t{std::numeric_limits<int>::max()} / 2;
+    const bool fits =
+        picture.bytes && picture.bytes->size() <= std::size_t{std::numeric_limits<int>::max()} / 2;
     if (fits) {
         const auto bytes = QByteArray::fromRawData(picture.bytes->data(),
                                                    static_cast<qsizetype>(picture.bytes->size()));
         switch (picture.kind) {
-            case PictureKind::Png: image = QImage::fromData(bytes, "PNG"); break;
-            case PictureKind::Jpeg: image = QImage::fromData(bytes, "JPG"); break;
-            case PictureKind::Dib: image = ImageOfDib(bytes); break;
-            case PictureKind::Placeholder: break;
+            case PictureKind::Png:
+                image = QImage::fromData(bytes, "PNG");
+                break;
+            case PictureKind::Jpeg:
+                image = QImage::fromData(bytes, "JPG");
+                break;
+            case PictureKind::Dib:
+                image = ImageOfDib(bytes);
+                break;
+            case PictureKind::Placeholder:
+                break;
         }
     }
     if (image.isNull()) {
@@ -79,8 +88,8 @@ RichPicture PictureOf(const QImage& image) {
     image.save(&buffer, "PNG");
     RichPicture picture;
     picture.kind = PictureKind::Png;
-    picture.bytes = std::make_shared<const std::string>(png.constData(),
-                                                        static_cast<std::size_t>(png.size()));
+    picture.bytes =
+        std::make_shared<const std::string>(png.constData(), static_cast<std::size_t>(png.size()));
     picture.goalWidth = static_cast<std::int32_t>(image.width() * TwipsPerPixel);
     picture.goalHeight = static_cast<std::int32_t>(image.height() * TwipsPerPixel);
     return picture;

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QImage>
-
 #include "platform/rtf/RichFormat.h"
+
+class QImage;
+class QSizeF;
 
 // Pictures in rich text. For the Qt side of the platform layer only.
 namespace larder {

@@ -81,8 +81,14 @@ class Reader {
 
 RichText WithFontsOf(const RichText& other) {
     RichText text(other.Fonts().front());
-    for (const RichFont& font : other.Fonts()) text.InternFont(font);
+    for (const RichFont& font : other.Fonts())
+        text.InternFont(font);
     return text;
+}
+
+std::u16string_view LastLine(const RichText& text) {
+    const std::u16string_view units = text.Units();
+    return units.substr(units.size() - text.Paragraphs().back().length);
 }
 
 // The cell of a table that a block stands in.
@@ -110,16 +116,13 @@ RichText RichTextDocument::Read(const RichText& before) const {
         reader.Layout(block.blockFormat());
         reader.Contents(block);
     }
-    const bool endsInBreak = text.Paragraphs().back().length == 0;
-    const bool sameBreaks = text.Paragraphs().size() == before.Paragraphs().size();
-    if (endsInBreak && sameBreaks && before.Paragraphs().back().length == 0) {
-        // Qt knows no format behind the last break; nobody has typed there.
-        CharFormat format = before.CharFormats()[before.EndFormat()];
-        text.SetEndFormat(text.Intern(format));
-    } else if (endsInBreak) {
+    if (LastLine(text) == LastLine(before)) {
+        // Qt knows no format behind the end; nobody has typed there.
+        text.SetEndFormat(text.Intern(before.CharFormats()[before.EndFormat()]));
+    } else if (text.Paragraphs().back().length == 0) {
         const QTextBlock last = document_.lastBlock();
-        text.SetEndFormat(reader.Format(QTextCursor(last).blockCharFormat(),
-                                        last.charFormatIndex()));
+        text.SetEndFormat(
+            reader.Format(QTextCursor(last).blockCharFormat(), last.charFormatIndex()));
     } else {
         text.SetEndFormat(text.Runs().back().format);
     }

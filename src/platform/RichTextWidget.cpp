@@ -3,17 +3,20 @@
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>
 #include <QEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QResizeEvent>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextCursor>
+#include <QTextEdit>
 #include <QTextLayout>
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
 #include "platform/Native.h"
+#include "platform/RichTextClipboard.h"
 
 namespace larder {
 
@@ -46,63 +49,112 @@ bool NeedsText(QEvent::Type type) {
         case QEvent::KeyPress:
         case QEvent::InputMethod:
         case QEvent::ContextMenu:
-        case QEvent::DragEnter: return true;
-        default: return false;
+        case QEvent::DragEnter:
+            return true;
+        default:
+            return false;
     }
+}
+
+// What a key puts in the text; nothing for a command.
+QString TypedText(const QKeyEvent& event) {
+    if (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return {};
+    const bool ends = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    if (ends && !(event.modifiers() & Qt::ShiftModifier)) return QStringLiteral("\r");
+    const QString text = event.text();
+    return !text.isEmpty() && text[0].isPrint() ? text : QString();
 }
 
 }  // namespace
 
-RichTextWidget::RichTextWidget(QWidget* parent, std::shared_ptr<Host> host)
-    : QTextEdit(parent), host_(std::move(host)) {
+class RichTextWidget::Widget : public QTextEdit {
+  public:
+    Widget(QWidget* parent, RichTextWidget& owner, std::shared_ptr<Host> host);
+    // What Qt takes apart afterwards concerns nobody.
+    ~Widget() override {
+        document()->disconnect(this);
+        disconnect(this, nullptr, this, nullptr);
+    }
+
+    void TakeSize();
+
+  protected:
+    bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    QMimeData* createMimeDataFromSelection() const override;
+    bool canInsertFromMimeData(const QMimeData* source) const override;
+    void insertFromMimeData(const QMimeData* source) override;
+
+  private:
+    bool TypesByHost(const QString& typed) const;
+
+    RichTextWidget& owner_;  // lives as long as the host
+    const std::shared_ptr<Host> host_;
+};
+
+RichTextWidget::Widget::Widget(QWidget* parent, RichTextWidget& owner, std::shared_ptr<Host> host)
+    : QTextEdit(parent), owner_(owner), host_(std::move(host)) {
     setFrameShape(QFrame::NoFrame);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setPalette(HousePalette());
     setTabStopDistance(kTabPixels);
-    connect(document(), &QTextDocument::contentsChange, this, [this] { lines_.clear(); });
+    connect(document(), &QTextDocument::contentsChange, this, [this] { owner_.lines_.clear(); });
     connect(this, &QTextEdit::textChanged, this, [this] { host_->UserChangedText(); });
     connect(this, &QTextEdit::cursorPositionChanged, this, [this] { host_->UserMovedCaret(); });
     connect(this, &QTextEdit::selectionChanged, this, [this] { host_->UserMovedCaret(); });
 }
 
+RichTextWidget::RichTextWidget(QWidget* parent, const std::shared_ptr<Host>& host)
+    : widget_(new Widget(parent, *this, host)) {}
+
+QTextEdit& RichTextWidget::Edit() const {
+    return *widget_;
+}
+
 void RichTextWidget::SetLocked(bool locked) {
     constexpr auto reads = Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard;
-    setTextInteractionFlags(locked ? reads : reads | Qt::TextEditable);
-    setTabChangesFocus(locked);
+    widget_->setTextInteractionFlags(locked ? reads : reads | Qt::TextEditable);
+    widget_->setTabChangesFocus(locked);
 }
 
 void RichTextWidget::SetTransparent(bool transparent) {
-    viewport()->setAutoFillBackground(!transparent);
-    viewport()->update();
+    widget_->viewport()->setAutoFillBackground(!transparent);
+    widget_->viewport()->update();
 }
 
 void RichTextWidget::SetHideSelection(bool hide) {
     hideSelection_ = hide;
-    if (hide && !hasFocus()) markGone_ = true;
-    viewport()->update();
+    if (hide && !widget_->hasFocus()) markGone_ = true;
+    widget_->viewport()->update();
 }
 
 void RichTextWidget::Awaits() {
-    if (awaited_ || !isVisible()) return;
+    if (awaited_ || !widget_->isVisible()) return;
     awaited_ = true;
     // Ahead of the drawing, which then finds the text laid out and is not asked for again.
-    QApplication::postEvent(this, new QEvent(AwaitsEvent()), Qt::HighEventPriority);
+    QApplication::postEvent(widget_, new QEvent(AwaitsEvent()), Qt::HighEventPriority);
 }
 
 void RichTextWidget::SetSelection(int from, int to) {
     markGone_ = hideSelection_;
-    const int scrolled = verticalScrollBar()->value();
-    QTextCursor cursor(document());
+    const int scrolled = widget_->verticalScrollBar()->value();
+    QTextCursor cursor(widget_->document());
     cursor.setPosition(from);
     cursor.setPosition(to, QTextCursor::KeepAnchor);
-    setTextCursor(cursor);
-    verticalScrollBar()->setValue(scrolled);
+    widget_->setTextCursor(cursor);
+    widget_->verticalScrollBar()->setValue(scrolled);
 }
 
-bool RichTextWidget::event(QEvent* event) {
+bool RichTextWidget::Widget::event(QEvent* event) {
     if (event->type() == AwaitsEvent()) {
-        awaited_ = false;
+        owner_.awaited_ = false;
         host_->BringUpToDate();
         return true;
     }
@@ -110,18 +162,18 @@ bool RichTextWidget::event(QEvent* event) {
     return QTextEdit::event(event);
 }
 
-bool RichTextWidget::viewportEvent(QEvent* event) {
+bool RichTextWidget::Widget::viewportEvent(QEvent* event) {
     if (NeedsText(event->type())) host_->BringUpToDate();
     return QTextEdit::viewportEvent(event);
 }
 
 bool RichTextWidget::DrawsSelection() const {
-    return hasFocus() || !(hideSelection_ || markGone_);
+    return widget_->hasFocus() || !(hideSelection_ || markGone_);
 }
 
-void RichTextWidget::paintEvent(QPaintEvent* event) {
+void RichTextWidget::Widget::paintEvent(QPaintEvent* event) {
     host_->BringUpToDate();
-    if (DrawsSelection()) return QTextEdit::paintEvent(event);
+    if (owner_.DrawsSelection()) return QTextEdit::paintEvent(event);
     QPainter painter(viewport());
     painter.translate(-horizontalScrollBar()->value(), -verticalScrollBar()->value());
     QAbstractTextDocumentLayout::PaintContext context;
@@ -132,37 +184,48 @@ void RichTextWidget::paintEvent(QPaintEvent* event) {
     document()->documentLayout()->draw(&painter, context);
 }
 
-void RichTextWidget::keyPressEvent(QKeyEvent* event) {
+void RichTextWidget::Widget::keyPressEvent(QKeyEvent* event) {
     if (host_->ConsumesKey(*event)) {
         event->accept();
+    } else if (const QString typed = TypedText(*event); TypesByHost(typed)) {
+        host_->Insert(typed.toStdU16String());
+        ensureCursorVisible();
     } else {
         QTextEdit::keyPressEvent(event);
     }
 }
 
-void RichTextWidget::focusInEvent(QFocusEvent* event) {
+// Text in the place of a selection looks like the beginning of what it replaces, where Qt would
+// take the end; and Return in an empty paragraph makes another, where Qt would take its layout
+// away.
+bool RichTextWidget::Widget::TypesByHost(const QString& typed) const {
+    if (!(textInteractionFlags() & Qt::TextEditable) || typed.isEmpty()) return false;
+    return textCursor().hasSelection() || typed == QLatin1String("\r");
+}
+
+void RichTextWidget::Widget::focusInEvent(QFocusEvent* event) {
     host_->BringUpToDate();
-    markGone_ = false;
+    owner_.markGone_ = false;
     QTextEdit::focusInEvent(event);
 }
 
-void RichTextWidget::showEvent(QShowEvent* event) {
+void RichTextWidget::Widget::showEvent(QShowEvent* event) {
     QTextEdit::showEvent(event);
     host_->BringUpToDate();
 }
 
-void RichTextWidget::resizeEvent(QResizeEvent* event) {
-    lines_.clear();
+void RichTextWidget::Widget::resizeEvent(QResizeEvent* event) {
+    owner_.lines_.clear();
     QTextEdit::resizeEvent(event);
 }
 
-void RichTextWidget::scrollContentsBy(int dx, int dy) {
+void RichTextWidget::Widget::scrollContentsBy(int dx, int dy) {
     QTextEdit::scrollContentsBy(dx, dy);
     host_->Scrolled();
 }
 
 // A widget that has not been shown at its present size has not laid its text out for it.
-void RichTextWidget::TakeSize() {
+void RichTextWidget::Widget::TakeSize() {
     for (QWidget* widget : {static_cast<QWidget*>(this), viewport()}) {
         if (!widget->testAttribute(Qt::WA_PendingResizeEvent)) continue;
         widget->setAttribute(Qt::WA_PendingResizeEvent, false);
@@ -172,10 +235,12 @@ void RichTextWidget::TakeSize() {
 }
 
 const std::vector<RichTextWidget::Line>& RichTextWidget::Lines() {
-    TakeSize();
+    widget_->TakeSize();
     if (!lines_.empty()) return lines_;
-    document()->documentLayout()->documentSize();  // which lays the document out to its end
-    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+    widget_->document()
+        ->documentLayout()
+        ->documentSize();  // which lays the document out to its end
+    for (QTextBlock block = widget_->document()->begin(); block.isValid(); block = block.next()) {
         const QTextLayout& layout = *block.layout();
         const double top = layout.position().y();
         for (int i = 0; i < layout.lineCount(); ++i) {
@@ -189,7 +254,9 @@ const std::vector<RichTextWidget::Line>& RichTextWidget::Lines() {
     return lines_;
 }
 
-int RichTextWidget::LineCount() { return static_cast<int>(Lines().size()); }
+int RichTextWidget::LineCount() {
+    return static_cast<int>(Lines().size());
+}
 
 int RichTextWidget::ScrollValueOf(int line) {
     return line <= 0 ? 0 : Lines()[static_cast<std::size_t>(line)].top;
@@ -197,7 +264,7 @@ int RichTextWidget::ScrollValueOf(int line) {
 
 int RichTextWidget::FirstVisibleLine() {
     const std::vector<Line>& lines = Lines();
-    const int value = verticalScrollBar()->value();
+    const int value = widget_->verticalScrollBar()->value();
     const auto above = [value](const Line& line) { return line.top < value; };
     const auto first = std::partition_point(lines.begin(), lines.end(), above);
     const auto line = static_cast<int>(first - lines.begin());
@@ -205,7 +272,7 @@ int RichTextWidget::FirstVisibleLine() {
 }
 
 void RichTextWidget::ScrollToLine(int line) {
-    verticalScrollBar()->setValue(ScrollValueOf(std::clamp(line, 0, LineCount() - 1)));
+    widget_->verticalScrollBar()->setValue(ScrollValueOf(std::clamp(line, 0, LineCount() - 1)));
 }
 
 void RichTextWidget::ScrollTo(int position) {
@@ -213,12 +280,13 @@ void RichTextWidget::ScrollTo(int position) {
     const auto before = [position](const Line& line) { return line.start <= position; };
     const auto behind = std::partition_point(lines.begin() + 1, lines.end(), before);
     const auto line = static_cast<int>(behind - lines.begin()) - 1;
-    QScrollBar& bar = *verticalScrollBar();
+    QScrollBar& bar = *widget_->verticalScrollBar();
     if (line == LineCount() - 1) {
         bar.setValue(bar.maximum());
     } else if (ScrollValueOf(line) < bar.value()) {
         ScrollToLine(line);
-    } else if (const int lacks = (behind - 1)->bottom - viewport()->height(); lacks > bar.value()) {
+    } else if (const int lacks = (behind - 1)->bottom - widget_->viewport()->height();
+               lacks > bar.value()) {
         const auto cutOff = [lacks](const Line& other) { return other.top < lacks; };
         const auto first = std::partition_point(lines.begin(), lines.end(), cutOff);
         ScrollToLine(std::min(line, static_cast<int>(first - lines.begin())));
@@ -227,8 +295,8 @@ void RichTextWidget::ScrollTo(int position) {
 
 int RichTextWidget::LineOfPage(bool up) {
     const std::vector<Line>& lines = Lines();
-    const int page = viewport()->height();
-    const int value = verticalScrollBar()->value();
+    const int page = widget_->viewport()->height();
+    const int value = widget_->verticalScrollBar()->value();
     const int wanted = up ? value - page : value + page;
     // Down, the line that the page cuts off at its foot comes to the top.
     const auto above = [&](const Line& line) {
@@ -238,6 +306,20 @@ int RichTextWidget::LineOfPage(bool up) {
     return std::min(static_cast<int>(first - lines.begin()), LineCount() - 1);
 }
 
-int RichTextWidget::StartOfLine(int line) { return Lines()[static_cast<std::size_t>(line)].start; }
+int RichTextWidget::StartOfLine(int line) {
+    return Lines()[static_cast<std::size_t>(line)].start;
+}
+
+QMimeData* RichTextWidget::Widget::createMimeDataFromSelection() const {
+    return MimeOf(host_->SelectedText(), textCursor());
+}
+
+bool RichTextWidget::Widget::canInsertFromMimeData(const QMimeData* source) const {
+    return CanTake(*source);
+}
+
+void RichTextWidget::Widget::insertFromMimeData(const QMimeData* source) {
+    if (textInteractionFlags() & Qt::TextEditable) Take(*source, *host_, logicalDpiY());
+}
 
 }  // namespace larder

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QTextEdit>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -8,13 +7,14 @@
 #include "platform/rtf/RichText.h"
 
 class QKeyEvent;
-class QMimeData;
+class QTextEdit;
+class QWidget;
 
 namespace larder {
 
 // The text on the screen: what the user does with it goes to a host. Scrolls by whole lines for
 // the program, freely for the wheel. For the Qt side of the platform layer only.
-class RichTextWidget : public QTextEdit {
+class RichTextWidget {
   public:
     class Host {
       public:
@@ -31,7 +31,10 @@ class RichTextWidget : public QTextEdit {
         virtual void Insert(std::u16string_view plain) = 0;
     };
 
-    RichTextWidget(QWidget* parent, std::shared_ptr<Host> host);
+    // The widget belongs to its parent, keeps the host alive, and is worked in only while it lives.
+    // The host owns this.
+    RichTextWidget(QWidget* parent, const std::shared_ptr<Host>& host);
+    QTextEdit& Edit() const;
 
     void SetLocked(bool locked);
     void SetTransparent(bool transparent);
@@ -54,31 +57,19 @@ class RichTextWidget : public QTextEdit {
     int LineOfPage(bool up);
     int StartOfLine(int line);
 
-  protected:
-    bool event(QEvent* event) override;
-    bool viewportEvent(QEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void scrollContentsBy(int dx, int dy) override;
-    QMimeData* createMimeDataFromSelection() const override;
-    bool canInsertFromMimeData(const QMimeData* source) const override;
-    void insertFromMimeData(const QMimeData* source) override;
-
   private:
+    class Widget;
     struct Line {
-        int top = 0;     // pixels from the top of the document, rounded outwards
+        int top = 0;  // pixels from the top of the document, rounded outwards
         int bottom = 0;
-        int start = 0;   // position in the document
+        int start = 0;  // position in the document
     };
     const std::vector<Line>& Lines();
     void TakeSize();
     int ScrollValueOf(int line);
     bool DrawsSelection() const;
 
-    const std::shared_ptr<Host> host_;
+    Widget* widget_;
     std::vector<Line> lines_;  // empty until they are needed
     bool awaited_ = false;     // an event to bring the document up to date is under way
     bool hideSelection_ = false;

@@ -178,6 +178,12 @@ Rectangle TwipsOf(const QRect& rect) {
 
 }  // namespace
 
+void Window::SetFixedSize() { widget_->setFixedSize(widget_->size()); }
+
+Rectangle Window::ClientPlace() const {
+    return TwipsOf({widget_->mapToGlobal(QPoint(0, 0)), widget_->size()});
+}
+
 Rectangle Window::Place() const { return TwipsOf(widget_->frameGeometry()); }
 
 void Window::MoveTo(float left, float top) { widget_->move(PixelOf(left), PixelOf(top)); }

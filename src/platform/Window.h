@@ -30,8 +30,12 @@ class Window : public Container {
     void SetClientSize(float width, float height);
     // The smallest client area that the user can drag the window to.
     void SetMinimumClientSize(float width, float height);
+    // The user cannot change its size.
+    void SetFixedSize();
     // Place of the window on the screen, in twips.
     Rectangle Place() const;
+    // Where its client area lies on the screen, in twips.
+    Rectangle ClientPlace() const;
     void MoveTo(float left, float top);
     // The part of the screen that a window may cover, in twips.
     Rectangle WorkArea() const;

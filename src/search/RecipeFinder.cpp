@@ -25,23 +25,51 @@ std::vector<std::string> TokensOf(const std::string& text) {
     return tokens;
 }
 
+// The recipe number that a text is, written as numbers are; 0 for any other text.
+std::int32_t PlainNumber(std::string_view text) {
+    constexpr std::size_t maxDigits = 9;
+    if (text.empty() || text.size() > maxDigits || text.front() == '0') return 0;
+    std::int32_t number = 0;
+    for (const char c : text) {
+        if (c < '0' || c > '9') return 0;
+        number = number * 10 + (c - '0');
+    }
+    return number;
+}
+
 // Tells of a number whether it stands in a term with a blank on both sides: the same answer as
 // looking for that text, without walking a long term for every number.
 class Term {
   public:
-    explicit Term(const std::string& text) {
-        std::size_t at = 0;
-        while (at < text.size()) {
-            const std::size_t from = std::min(text.find_first_not_of(' ', at), text.size());
-            const std::size_t to = std::min(text.find(' ', from), text.size());
-            if (from > 0 && to < text.size()) numbers_.insert(std::string_view(text).substr(from, to - from));
-            at = to + 1;
+    // Numbers above `last` are those of no recipe and not kept.
+    Term(const std::string& text, std::int32_t last)
+        : plain_(static_cast<std::size_t>(last) + 1) {
+        std::size_t from = text.find(' ');
+        while (from < text.size()) {
+            const std::size_t to = text.find(' ', from + 1);
+            if (to == std::string::npos) break;
+            if (to > from + 1) Take(std::string_view(text).substr(from + 1, to - from - 1));
+            from = to;
         }
     }
-    bool Holds(const std::string& number) const { return numbers_.contains(number); }
+    bool Holds(const std::string& text) const {
+        const auto number = static_cast<std::size_t>(PlainNumber(text));
+        if (number == 0) return others_.contains(text);
+        return number < plain_.size() && plain_[number];
+    }
 
   private:
-    std::unordered_set<std::string_view> numbers_;
+    void Take(std::string_view text) {
+        const auto number = static_cast<std::size_t>(PlainNumber(text));
+        if (number == 0) {
+            others_.emplace(text);
+        } else if (number < plain_.size()) {
+            plain_[number] = true;
+        }
+    }
+
+    std::vector<bool> plain_;
+    std::unordered_set<std::string> others_;  // what is not written as numbers are
 };
 
 }  // namespace
@@ -115,7 +143,7 @@ bool RecipeFinder::AddMatches(const std::vector<std::string>& colList, std::stri
     const auto shortest = std::ranges::min_element(colList, {}, &std::string::size);
     std::vector<Term> others;
     for (auto term = colList.begin(); term != colList.end(); ++term) {
-        if (term != shortest) others.emplace_back(*term);
+        if (term != shortest) others.emplace_back(*term, store_.TotalNumRecords);
     }
     const std::int16_t intMyTicket = ticket_.Value();
     std::int32_t start = 1;

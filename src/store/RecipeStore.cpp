@@ -44,8 +44,12 @@ void RecipeStore::OpenYDB_IND_Normal() {
 }
 
 void RecipeStore::OpenCategoryDescriptions() {
-    files_.Open(filenumber::CatD, paths_.strCatDFile, FileMode::Input);
-    files_.Open(filenumber::CatDIndex, paths_.strCatDIndexFile, FileMode::Random);
+    NamingFile(paths_.strCatDFile, [&] {
+        files_.Open(filenumber::CatD, paths_.strCatDFile, FileMode::Input);
+    });
+    NamingFile(paths_.strCatDIndexFile, [&] {
+        files_.Open(filenumber::CatDIndex, paths_.strCatDIndexFile, FileMode::Random);
+    });
 }
 
 RecipeStore::Place RecipeStore::PlaceOf(std::int32_t RecipeNum) const {
@@ -63,6 +67,8 @@ RecipeStore::Place RecipeStore::PlaceOfDescription(std::int32_t CatNum) {
 // Moves the text file to the record and returns where it begins.
 std::int32_t RecipeStore::ToRecord(const Place& place) {
     const std::int32_t start = files_.ReadRecord(place.Index, place.Entry);
+    // Looked at before the text file, which may well be missing where there is no record.
+    if (start < 1) throw Failure(failure::BadRecordNumber, "RecipeStore");
     files_.Seek(place.Text, start);
     return start;
 }
@@ -171,8 +177,12 @@ std::string RecipeStore::GetCatRTF(std::int32_t CatNum) {
 }
 
 void RecipeStore::RecalculateTotalRecipes() {
-    const std::int32_t stock = RecordsIn(files_.Length(filenumber::RecipesIndex));
-    const std::int32_t own = RecordsIn(files_.Length(filenumber::CustomRecipesIndex));
+    std::int32_t stock = 0;
+    std::int32_t own = 0;
+    NamingFile(paths_.strRecipesIndexFile,
+               [&] { stock = RecordsIn(files_.Length(filenumber::RecipesIndex)); });
+    NamingFile(paths_.strCustomRecipesIndexFile,
+               [&] { own = RecordsIn(files_.Length(filenumber::CustomRecipesIndex)); });
     if (own > std::numeric_limits<std::int32_t>::max() - stock) {
         throw Failure(failure::Overflow, "RecalculateTotalRecipes");
     }

@@ -39,7 +39,7 @@ class RecipeStore {
     // Closes files 21 and 22 and opens 1, 2, 21 and 22, going on whatever fails: what is open stays
     // in use, a missing text file stays closed, a missing index comes into being, empty.
     void OpenYDB_IND_Normal();
-    // Opens files 3 and 4. A text file that cannot be opened is a failure.
+    // Opens files 3 and 4. One that cannot be opened is a failure that names it.
     void OpenCategoryDescriptions();
 
     // The body. An empty text when the user gives up on the disc, and for whatever else cannot be
@@ -57,8 +57,8 @@ class RecipeStore {
     // Any failure reaches the caller.
     std::string GetCatRTF(std::int32_t CatNum);
 
-    // Counts anew: OriginalNumRecords, TotalNumRecords, TotalRecipes. Failure 52 when an index is
-    // not open.
+    // Counts anew: OriginalNumRecords, TotalNumRecords, TotalRecipes. Failure 52, which
+    // names the file, when an index is not open.
     void RecalculateTotalRecipes();
 
   private:

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <fstream>
+#include <map>
 
 #include "platform/NumberedFiles.h"
 #include "platform/Paths.h"
@@ -14,6 +15,7 @@
 #include "store/RecipeStore.h"
 #include "tools/ClickSound.h"
 #include "tools/SourceComposer.h"
+#include "tools/StockIndexer.h"
 
 namespace larder {
 
@@ -33,13 +35,13 @@ void WriteFile(const fs::path& file, const std::string& bytes) {
     if (!out) throw SourceError(file, "cannot be written");
 }
 
-std::vector<std::string> ReadLines(const fs::path& file) {
+std::vector<std::string> ReadAllLines(const fs::path& file) {
     std::ifstream in(file, std::ios::binary);
     if (!in) throw SourceError(file, "cannot be read");
     std::vector<std::string> lines;
     for (std::string line; std::getline(in, line);) {
         if (!line.empty() && line.back() == '\r') line.pop_back();
-        if (!line.empty()) lines.push_back(line);
+        lines.push_back(line);
     }
     return lines;
 }
@@ -69,8 +71,11 @@ std::string NumberString(const std::vector<int>& numbers) {
     return text;
 }
 
-constexpr int PhotoWidth = 1600;
-constexpr int PhotoHeight = 1200;
+// The line of the first search in a fresh category file: the count and three pairs precede it.
+constexpr std::size_t FirstSearch = 7;
+
+constexpr int PhotoWidth = 1280;
+constexpr int PhotoHeight = 960;
 constexpr int GroundWidth = 3072;
 constexpr int GroundHeight = 2160;
 constexpr int JpegQuality = 88;
@@ -100,7 +105,8 @@ void DataBuilder::Build() {
 void DataBuilder::ReadAll() {
     recipes_ = ReadSources(source_ / "recipes", "#");
     descriptions_ = ReadSources(source_ / "descriptions", "@");
-    names_ = ReadLines(source_ / "Category Names.txt");
+    names_ = ReadAllLines(source_ / "Category Names.txt");
+    std::erase(names_, std::string());
     pictures_ = DrawingsIn(source_ / "pictures");
     if (recipes_.empty()) throw SourceError(source_ / "recipes", "holds no recipe");
     if (pictures_.empty() || pictures_.back() > static_cast<int>(recipes_.size())) {
@@ -142,35 +148,37 @@ void DataBuilder::StoreTexts() {
     files.Replace(paths.strCustomRecipesIndexFile, paths.strRecipesIndexFile);
 }
 
-std::string DataBuilder::NumbersIn(const std::string& category) const {
-    std::vector<int> numbers;
-    for (const SourceText& recipe : recipes_) {
-        if (std::ranges::find(recipe.Categories, category) != recipe.Categories.end()) {
-            numbers.push_back(recipe.Number);
-        }
-    }
-    return numbers.empty() ? std::string() : NumberString(numbers);
+void DataBuilder::WriteCategories() {
+    std::string names;
+    for (const std::string& name : names_) names += FromUtf8(name) + "\r\n";
+    WriteFile(data_ / "Category Names.txt", names);
+    IndexStock(data_);
+    // Opening the database makes an index for recipes of the user's; that one is the program's.
+    fs::remove(data_ / "Custom Recipes Index.ind");
+    const std::vector<std::string> lines = ReadAllLines(data_ / "Categories.ctg");
+    CheckMembers(lines);
+    // The fixed entries in the order in which the program shows them; the searches behind them.
+    std::string categories = lines.at(0) + "\r\n";
+    const std::vector<std::string> fixed = {
+        "MY FAVORITES", " ", "BUYING AND PREPARATION TIPS", "", "VIDEO", "", "KNOTS", "",
+        "ALL RECIPES WITH PICTURES", NumberString(pictures_), "ALL RECIPES", "*"};
+    for (const std::string& line : fixed) categories += line + "\r\n";
+    for (std::size_t i = FirstSearch; i < lines.size(); ++i) categories += lines[i] + "\r\n";
+    WriteFile(data_ / "Categories.ctg", categories);
 }
 
-void DataBuilder::WriteCategories() {
-    const std::vector<std::pair<std::string, std::string>> fixed = {
-        {"MY FAVORITES", " "},
-        {"BUYING AND PREPARATION TIPS", ""},
-        {"VIDEO", ""},
-        {"KNOTS", ""},
-        {"ALL RECIPES WITH PICTURES", NumberString(pictures_)},
-        {"ALL RECIPES", "*"},
-    };
-    std::string categories = " " + std::to_string(recipes_.size()) + " \r\n";
-    std::string names;
-    for (const auto& [name, numbers] : fixed) categories += name + "\r\n" + numbers + "\r\n";
-    for (const std::string& name : names_) {
-        names += FromUtf8(name) + "\r\n";
-        const std::string numbers = NumbersIn(name);
-        if (!numbers.empty()) categories += FromUtf8(name) + "\r\n" + numbers + "\r\n";
+// What the maintainers say of a recipe must agree with what the search for the category finds.
+void DataBuilder::CheckMembers(const std::vector<std::string>& lines) const {
+    std::map<std::string, std::string> found;
+    for (std::size_t i = FirstSearch; i + 1 < lines.size(); i += 2) found[lines[i]] = lines[i + 1];
+    for (const SourceText& recipe : recipes_) {
+        for (const std::string& category : recipe.Categories) {
+            const std::string number = " " + std::to_string(recipe.Number) + " ";
+            if (found[FromUtf8(category)].find(number) == std::string::npos) {
+                throw SourceError(recipe.File, "does not hold the word of its category " + category);
+            }
+        }
     }
-    WriteFile(data_ / "Categories.ctg", categories);
-    WriteFile(data_ / "Category Names.txt", names);
 }
 
 void DataBuilder::WritePictures() {

@@ -31,7 +31,7 @@ class DataBuilder {
     void StoreTexts();
     void WriteCategories();
     void WritePictures();
-    std::string NumbersIn(const std::string& category) const;
+    void CheckMembers(const std::vector<std::string>& lines) const;
 
     std::filesystem::path source_;
     std::filesystem::path out_;

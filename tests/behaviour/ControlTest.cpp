@@ -165,8 +165,7 @@ TEST_F(ControlInAWindow, AnotherWindowInFrontIsNoMoveOfTheFocus) {
     Window dialog("frmDialog", &window);
     ShowAndActivate(dialog);
     dialog.Hide();
-    window.BringToFront();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.Native()));
+    ShowAndActivate(window);
     EXPECT_EQ(told, "");
     EXPECT_TRUE(a.HasFocus());
 }

@@ -287,7 +287,8 @@ TEST_F(Steps, APageWithoutTheKeyboardLeavesTheBarOnItsRecipe) {
     EXPECT_TRUE(List(2).HideSelection());
     Main().steps.FlipUp(2, false);
     EXPECT_EQ(First(), 1);
-    ExpectBar(1, 1);
+    EXPECT_EQ(Bar(), 1);
+    EXPECT_EQ(SelectedLine(2), 1);
     EXPECT_FALSE(List(2).HideSelection());
 }
 

@@ -250,10 +250,13 @@ TEST_F(AList, TheSecondPressOfADoubleClickOnTheSameLineIsNoPress) {
     Show();
     int presses = 0;
     list_.OnMouseDown = [&](int, int, float, float) { ++presses; };
+    QTest::mouseClick(Viewport(), Qt::LeftButton, {}, OnLine(2));
     QTest::mouseDClick(Viewport(), Qt::LeftButton, {}, OnLine(2));
     EXPECT_EQ(presses, 1);
-    QTest::mouseClick(Viewport(), Qt::LeftButton, {}, OnLine(2));
+    QTest::mouseDClick(Viewport(), Qt::LeftButton, {}, OnLine(3));
     EXPECT_EQ(presses, 2);
+    QTest::mouseClick(Viewport(), Qt::LeftButton, {}, OnLine(2));
+    EXPECT_EQ(presses, 3);
 }
 
 TEST_F(AList, MovesOfTheMouseAreToldWithoutAButton) {

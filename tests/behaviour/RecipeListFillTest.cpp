@@ -143,6 +143,7 @@ TEST_F(Fill, ARecipeThatCannotBeReadCostsNoOther) {
 
 TEST_F(Fill, TheSameFromTheSamePlaceReturnsAtOnce) {
     ClickCategory("LONG");
+    Show("same", 1, false);  // remembers the key of the line that has the bar by now
     Scribble();
     Show("same", 1, false);
     Show("same", 0, false);
@@ -346,6 +347,13 @@ TEST_F(Fill, AVirtualListScrollsFromAnyPlace) {
     EXPECT_EQ(ShownNumbers(), Range(100, 99 + Fit2));
     EXPECT_EQ(List(2).Tag, "*");
     EXPECT_TRUE(List(2).HideSelection());
+}
+
+TEST_F(Fill, AllRecipesCanBeOpenedAtAnyPlace) {
+    ClickCategory("LONG");
+    Show("*", 7, true);
+    EXPECT_EQ(Recipes().CurrentIndex, 7);
+    EXPECT_EQ(ShownNumbers(), Range(7, 6 + Fit2));
 }
 
 TEST_F(Fill, AfterAllRecipesAnOrdinaryCategoryIsAListAgain) {

@@ -44,7 +44,7 @@ TEST_F(RecipesOnShow, TheNumberColumnIsNeverNarrowerThanItsLeastWidth) {
 TEST_F(RecipesOnShow, TheCountIsReportedWithABlankAtItsEnd) {
     ClickCategory("LONG");
     EXPECT_EQ(Found(), std::to_string(3 * Fit2 + 1) + " recipes found ");
-    EXPECT_EQ(Widget("lblFound")->toolTip().toStdString(),
+    EXPECT_EQ(Main().ui.lblFound.ToolTipText(),
               std::to_string(3 * Fit2 + 1) + " recipes found in this category or search.");
     EXPECT_TRUE(Main().ui.lblFound.Visible());
 }
@@ -63,13 +63,14 @@ TEST_F(RecipesOnShow, AllRecipesAreReportedInThePluralEvenWhenThereIsOne) {
     Main().store.SetTotalRecipes(1);
     ClickCategory("ALL RECIPES");
     EXPECT_EQ(Found(), "1 recipes found ");
+    EXPECT_EQ(Main().ui.lblFound.ToolTipText(), "1 recipe found in this category or search.");
 }
 
 TEST_F(RecipesOnShow, TheReportEndsWithWhatIsAppended) {
     ClickCategory("ONE");
     Recipes().ReportRecipesFound("...");
     EXPECT_EQ(Found(), "1 recipe found ...");
-    EXPECT_EQ(Widget("lblFound")->toolTip().toStdString(),
+    EXPECT_EQ(Main().ui.lblFound.ToolTipText(),
               "1 recipe found in this category or search.");
 }
 
@@ -93,6 +94,17 @@ TEST_F(RecipesOnShow, EmptyFavouritesTellHowToAddToThem) {
     EXPECT_EQ(Widget("imgPicture")->toolTip().toStdString(),
               "To add recipes to the Favorites category, find the recipe you like and then press "
               "the Add button.");
+}
+
+TEST_F(RecipesOnShow, TwoCategoriesWithTheSameRecipesAreBothReported) {
+    Book.Numbers("TWIN") = " 5 ";
+    ASSERT_TRUE(Start());
+    ClickCategory("ONE");
+    Main().ui.lblFound.SetCaption("");
+    ClickCategory("TWIN");
+    EXPECT_EQ(Found(), "1 recipe found ");
+    EXPECT_EQ(ShownNumbers(), Range(5, 5));
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), 5);
 }
 
 TEST_F(RecipesOnShow, TheBusyLookHidesTheListAndEmptiesTheCount) {

@@ -79,7 +79,7 @@ TEST_F(Viewer, TheLastNumberIsAllowed) {
 TEST_F(Viewer, TheNumberIsShownWithItsSign) {
     It().SetCurrentRecipe(2);
     EXPECT_EQ(Label(), "# 2");
-    EXPECT_EQ(Widget("lblRecipeNum")->toolTip().toStdString(), "#2 is the current recipe.");
+    EXPECT_EQ(Main().ui.lblRecipeNum.ToolTipText(), "#2 is the current recipe.");
 }
 
 TEST_F(Viewer, ZeroAndMinusOneAreAllowedAndBlankTheLabel) {

@@ -19,7 +19,8 @@ class ShownWindow : public testing::Test {
     static void ShowAndActivate(Window& shown) {
         shown.Show();
         shown.BringToFront();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(shown.Native()));
+        // Not qWaitForWindowActive: to it a dialog is active when its owner is.
+        ASSERT_TRUE(QTest::qWaitFor([&] { return shown.Native()->isActiveWindow(); }, 5000));
     }
 
     static QAccessibleInterface* Accessible(const Control& control) {

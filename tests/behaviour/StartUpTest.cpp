@@ -1,13 +1,11 @@
 #include "app/StartUp.h"
 
-#include <QResizeEvent>
 #include <QWidget>
 #include <filesystem>
 #include <map>
 
 #include "app/frmMain.h"
 #include "behaviour/support/MainWindowFixture.h"
-#include "platform/rtf/Rtf.h"
 #include "store/FileNumbers.h"
 
 namespace larder::test {
@@ -46,8 +44,6 @@ class StartUpTest : public MainWindowFixture {
         Machine.Now.push_back({letter, type, mountPoint});
     }
     std::string TitleOf(int number) { return Main().store.GetRecipeTitle(number); }
-    std::string Root() const { return Main_().paths.strPath; }
-    const frmMain& Main_() const { return const_cast<StartUpTest*>(this)->Main(); }
 
     // Every file of the installation, by name.
     std::map<std::string, std::string> Files() const {

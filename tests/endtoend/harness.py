@@ -5,7 +5,7 @@ there on a freshly made data folder. What is on the screen is read through the a
 interface, as a screen reader would; input goes through the X server, as from real devices.
 
 The session bus has to exist before this module is used: the test programs are started by
-`dbus-run-session`.
+session.sh.
 
 Nothing here sleeps for a guessed time. Whatever has to happen is waited for with `wait_for`,
 which fails with a sentence when it does not come about before the deadline.
@@ -71,8 +71,7 @@ class Desktop:
 
     def __init__(self, width=1920, height=1080):
         self.width, self.height = width, height
-        self._runtime = tempfile.TemporaryDirectory(prefix="larder-runtime-")
-        self.env = dict(os.environ, XDG_RUNTIME_DIR=self._runtime.name)
+        self.env = dict(os.environ)
         self.env.pop("WAYLAND_DISPLAY", None)
         self._processes = []
 
@@ -94,7 +93,6 @@ class Desktop:
             except subprocess.TimeoutExpired:
                 process.kill()
                 process.wait()
-        self._runtime.cleanup()
 
     def _start_screen(self):
         read_end, write_end = os.pipe()
@@ -372,12 +370,8 @@ def _descendants(node):
             yield from _descendants(child)
 
 
-def make_data_folder(larder_data, source):
-    """A new folder with the stock `Data` folder in it; the caller removes it."""
+def copy_of_data(stock):
+    """A new folder with a copy of what is in `stock`; the caller removes it."""
     folder = tempfile.mkdtemp(prefix="larder-endtoend-")
-    try:
-        _run(larder_data, "build", "--source", str(source), "--out", folder)
-    except subprocess.CalledProcessError as failure:
-        shutil.rmtree(folder)
-        raise AssertionError(f"larder-data build failed: {failure.stderr}") from failure
+    shutil.copytree(stock, folder, dirs_exist_ok=True)
     return folder

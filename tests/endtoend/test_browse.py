@@ -8,7 +8,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
-from harness import Box, CookBook, Desktop, make_data_folder, wait_for  # noqa: E402
+from harness import Box, CookBook, Desktop, copy_of_data, wait_for  # noqa: E402
 
 SETTINGS = argparse.Namespace()
 
@@ -21,7 +21,7 @@ class WithData(unittest.TestCase):
     """Each test works on a data folder of its own, so that none sees what another has left."""
 
     def setUp(self):
-        self.folder = make_data_folder(SETTINGS.larder_data, SETTINGS.source)
+        self.folder = copy_of_data(SETTINGS.stock)
         self.addCleanup(shutil.rmtree, self.folder)
 
     def start(self, desktop, **options):
@@ -177,8 +177,7 @@ class Screens(WithData):
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--program", required=True, help="the built tidewell-larder")
-    parser.add_argument("--larder-data", required=True, help="the built larder-data")
-    parser.add_argument("--source", required=True, help="sources of the stock data")
+    parser.add_argument("--stock", required=True, help="a folder with the stock Data in it")
     parser.add_argument("--artifacts", required=True, type=Path, help="where screenshots go")
     _, rest = parser.parse_known_args(namespace=SETTINGS)
     unittest.main(argv=[sys.argv[0], *rest], verbosity=2)

@@ -161,6 +161,8 @@ class Counting(Scripts):
 class Checking(Scripts):
     """./check as a whole, on a small tree in which nothing has to be compiled."""
 
+    FOLDERS = ("core", "behaviour", "tools")
+
     def check(self, *options, tests):
         root = self.home / "tree"
         shutil.copytree(SETTINGS.source / "scripts", root / "scripts")
@@ -171,8 +173,8 @@ class Checking(Scripts):
             "need_packages() { :; }\n")
         (root / "CMakeLists.txt").write_text(
             "cmake_minimum_required(VERSION 3.25)\nproject(Tree NONE)\nenable_testing()\n"
-            "add_subdirectory(tests/core)\nadd_subdirectory(tests/behaviour)\n")
-        for folder in ("core", "behaviour"):
+            + "".join(f"add_subdirectory(tests/{name})\n" for name in self.FOLDERS))
+        for folder in self.FOLDERS:
             (root / "tests" / folder).mkdir(parents=True)
             (root / "tests" / folder / "CMakeLists.txt").write_text("")
         (root / "tests/core/CMakeLists.txt").write_text("".join(

@@ -8,14 +8,14 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
-from harness import CookBook, Desktop, make_data_folder  # noqa: E402
+from harness import CookBook, Desktop, copy_of_data  # noqa: E402
 
 SETTINGS = argparse.Namespace()
 
 
 class Start(unittest.TestCase):
     def setUp(self):
-        self.folder = make_data_folder(SETTINGS.larder_data, SETTINGS.source)
+        self.folder = copy_of_data(SETTINGS.stock)
         self.addCleanup(shutil.rmtree, self.folder)
         self.data = Path(self.folder) / "Data"
 
@@ -57,8 +57,7 @@ class Start(unittest.TestCase):
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--program", required=True, help="the built tidewell-larder")
-    parser.add_argument("--larder-data", required=True, help="the built larder-data")
-    parser.add_argument("--source", required=True, help="sources of the stock data")
+    parser.add_argument("--stock", required=True, help="a folder with the stock Data in it")
     _, rest = parser.parse_known_args(namespace=SETTINGS)
     unittest.main(argv=[sys.argv[0], *rest], verbosity=2)
 

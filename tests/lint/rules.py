@@ -192,7 +192,7 @@ def scripts_are_sound(tree):
     """shellcheck has nothing to say about the shell scripts."""
     scripts = [path for path in (tree.root / name for name in ("larder", "check", ".ci/run"))
                if path.is_file()]
-    scripts += tree.files("scripts", "packaging", suffixes={".sh"})
+    scripts += tree.files("scripts", "packaging", "tests", suffixes={".sh"})
     for path in scripts:
         result = subprocess.run(["shellcheck", "-x", "-f", "gcc", str(path)], cwd=tree.root,
                                 capture_output=True, text=True, check=False)

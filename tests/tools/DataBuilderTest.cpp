@@ -114,7 +114,7 @@ TEST_F(DataBuilderTest, ACategoryWithoutARecipeIsAmongTheNamesOnly) {
 
 TEST_F(DataBuilderTest, CategoryNamesAreStoredInTheCodePage) {
     sources.Folder.Write("source/Category Names.txt", "Cod\nSalmon\nBaked\nCrème\n");
-    sources.WriteRecipe("004-x.txt", "title: X\ncategories: Crème\n\nText\n");
+    sources.WriteRecipe("004-x.txt", "title: Crème\ncategories: Crème\n\nText\n");
     Build();
     EXPECT_NE(Built("Data/Categories.ctg").find("Cr\xE8me\r\n 4 \r\n"), std::string::npos);
 }
@@ -122,8 +122,8 @@ TEST_F(DataBuilderTest, CategoryNamesAreStoredInTheCodePage) {
 TEST_F(DataBuilderTest, PicturesBecomePhotosByRecipeNumber) {
     Build();
     const Picture photo = Picture::FromFile(sources.Out() + "/Data/Food Photos/2.jpg");
-    EXPECT_EQ(photo.PixelWidth(), 1600);
-    EXPECT_EQ(photo.PixelHeight(), 1200);
+    EXPECT_EQ(photo.PixelWidth(), 1280);
+    EXPECT_EQ(photo.PixelHeight(), 960);
 }
 
 TEST_F(DataBuilderTest, TheGroundOfTheWindowAndTheSoundOfTheButtonsAreThere) {
@@ -142,7 +142,8 @@ TEST_F(DataBuilderTest, NothingElseIsLeftBehind) {
                          "Click.wav", "Data", "Data/Categories.ctg", "Data/Category Names.txt",
                          "Data/CategyD Index.ind", "Data/CategyD.ydb", "Data/Food Photos",
                          "Data/Food Photos/2.jpg", "Data/RecipeView.jpg",
-                         "Data/Recipes Index.ind", "Data/Recipes.ydb"}));
+                         "Data/Recipes Index.ind", "Data/Recipes.ydb", "Data/Search.ind",
+                         "Data/Search.ydb"}));
 }
 
 TEST_F(DataBuilderTest, TheCountsAreThoseOfTheSources) {
@@ -169,6 +170,14 @@ TEST_F(DataBuilderTest, AnUnknownCategoryIsAMistakeThatNamesTheRecipe) {
     const std::string mistake = Mistake();
     EXPECT_NE(mistake.find("003-baked-cod.txt"), std::string::npos) << mistake;
     EXPECT_NE(mistake.find("Dodo"), std::string::npos) << mistake;
+    EXPECT_FALSE(AnythingBuilt());
+}
+
+TEST_F(DataBuilderTest, ARecipeWithoutTheWordOfItsCategoryIsAMistakeThatNamesIt) {
+    sources.WriteRecipe("003-baked-cod.txt", "title: Baked Cod\ncategories: Salmon\n\nBake.\n");
+    const std::string mistake = Mistake();
+    EXPECT_NE(mistake.find("003-baked-cod.txt"), std::string::npos) << mistake;
+    EXPECT_NE(mistake.find("Salmon"), std::string::npos) << mistake;
     EXPECT_FALSE(AnythingBuilt());
 }
 

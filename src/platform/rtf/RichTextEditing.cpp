@@ -169,6 +169,11 @@ std::size_t RichText::Replace(std::size_t from, std::size_t to, const RichText& 
     const std::size_t joined = paragraphs_.size() - 1;
     AppendRange(old, {range.to, old.units_.size()});
     if (bringsLayout) paragraphs_[joined].format = layout;
+    // A line break ends no paragraph: what stands before it has the layout of what follows.
+    for (std::size_t p = paragraphs_.size() - 1; p-- > 0;) {
+        if (paragraphs_[p].end == BreakKind::Line)
+            paragraphs_[p].format = paragraphs_[p + 1].format;
+    }
 
     const bool endsWithNew = range.to == old.units_.size() && !with.units_.empty();
     endFormat_ = endsWithNew ? FormatMap(with, *this).Char(with.endFormat_) : old.endFormat_;

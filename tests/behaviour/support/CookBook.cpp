@@ -73,6 +73,9 @@ void CookBook::WriteTo(const TempFolder& folder) const {
     if (OwnCount() > 0) {
         folder.Write("Data/Custom Recipes.ydb", own_.Text);
         folder.Write("Data/Custom Recipes Index.ind", own_.Index());
+    } else {
+        folder.Delete("Data/Custom Recipes.ydb");
+        folder.Delete("Data/Custom Recipes Index.ind");
     }
     folder.Write("Data/Categories.ctg", CategoryFile());
 }

@@ -35,7 +35,11 @@ bool MainWindowFixture::Restart(const std::string& commandLine) {
     return loaded;
 }
 
-void MainWindowFixture::Close() { main_.reset(); }
+void MainWindowFixture::Close() {
+    if (main_ == nullptr) return;
+    main_.reset();
+    application->StartAgain(Folder.Native(), "");  // a window that was closed has called Quit
+}
 
 ListView& MainWindowFixture::List(int index) { return main_->ui.lvwX(index); }
 

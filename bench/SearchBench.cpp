@@ -1,0 +1,377 @@
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QEvent>
+#include <QWidget>
+#include <chrono>
+#include <cstring>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#ifdef LARDER_SQLITE
+#include <sqlite3.h>
+#endif
+
+#include "SearchFolder.h"
+#include "app/frmMain.h"
+#include "search/WordIndex.h"
+#include "search/frmSearch.h"
+
+// What a search of a large cook-book costs in the real window on Qt's offscreen platform, beside
+// the least that the same work can cost: a loop over blocks of the index, and two small reads for
+// every title. And beside a database with a full-text index of the same texts.
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using larder::bench::SearchFolder;
+
+double Seconds(Clock::duration time) { return std::chrono::duration<double>(time).count(); }
+
+class NoDialogs : public larder::Dialogs {
+  public:
+    Answer MessageBox(const std::string& text, Buttons, Icon, const std::string&) override {
+        std::fprintf(stderr, "unexpected message: %s\n", text.c_str());
+        std::abort();
+    }
+};
+
+// Notes the last time that a widget was painted.
+class PaintWatch : public QObject {
+  public:
+    bool eventFilter(QObject* widget, QEvent* event) override {
+        if (event->type() != QEvent::Paint || inside_) return false;
+        inside_ = true;
+        widget->event(event);
+        inside_ = false;
+        Painted = Clock::now();
+        return true;
+    }
+    Clock::time_point Painted;
+
+  private:
+    bool inside_ = false;
+};
+
+struct Query {
+    const char* Name;
+    std::vector<std::string> Words;
+};
+
+struct Bench {
+    NoDialogs dialogs;
+    larder::SystemDrives drives;
+    std::unique_ptr<SearchFolder> book;
+    std::unique_ptr<larder::frmMain> window;
+    std::vector<Query> queries;
+};
+
+Bench* bench = nullptr;
+
+std::string Joined(const std::vector<std::string>& words) {
+    std::string text;
+    for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
+    return text;
+}
+
+// The least that finding a word's number line can cost.
+std::string LoopLookUp(const std::string& word) {
+    static std::vector<char> block(256 * 1024);
+    const int file = open((bench->book->Data / "Search.ydb").c_str(), O_RDONLY);
+    std::string line;     // the part of a line that stands in earlier blocks
+    std::string numbers;
+    int lines = 0;        // read before this one
+    bool found = false;
+    for (;;) {
+        const ssize_t got = read(file, block.data(), block.size());
+        if (got <= 0) break;
+        const char* at = block.data();
+        const char* const end = at + got;
+        while (at < end) {
+            const char* stop =
+                static_cast<const char*>(memchr(at, '\n', static_cast<std::size_t>(end - at)));
+            const bool whole = stop != nullptr;
+            if (!whole) stop = end;
+            if (lines % 2 == 0 || found) line.append(at, stop);
+            at = whole ? stop + 1 : end;
+            if (!whole) continue;
+            if (found || lines % 2 == 0) line.pop_back();  // the CR
+            if (found) {
+                close(file);
+                return line;
+            }
+            if (lines % 2 == 0) {
+                if (line == word) {
+                    found = true;
+                } else if (line > word) {
+                    close(file);
+                    return {};
+                }
+                line.clear();
+            }
+            ++lines;
+        }
+    }
+    close(file);
+    return {};
+}
+
+// Two small reads for every number.
+std::size_t LoopTitles(const std::vector<int>& numbers) {
+    const int index = open((bench->book->Data / "Recipes Index.ind").c_str(), O_RDONLY);
+    const int text = open((bench->book->Data / "Recipes.ydb").c_str(), O_RDONLY);
+    std::size_t bytes = 0;
+    for (const int number : numbers) {
+        std::int32_t position = 0;
+        char line[512];
+        if (pread(index, &position, 4, (number - 1) * 4L) != 4) std::abort();
+        if (pread(text, line, sizeof line, position - 1) <= 0) std::abort();
+        bytes += static_cast<std::size_t>(static_cast<char*>(memchr(line, '\r', 512)) - line);
+    }
+    close(text);
+    close(index);
+    return bytes;
+}
+
+std::vector<int> NumbersIn(const std::string& text) {
+    std::vector<int> numbers;
+    for (const char* at = text.c_str(); *at != '\0';) {
+        char* end = nullptr;
+        numbers.push_back(static_cast<int>(strtol(at, &end, 10)));
+        at = *end == ' ' ? end + 1 : end;
+    }
+    return numbers;
+}
+
+void LookUpByLoop(benchmark::State& state, const std::string& word) {
+    std::size_t bytes = 0;
+    for (auto _ : state) bytes = LoopLookUp(word).size();
+    state.counters["bytes"] = static_cast<double>(bytes);
+}
+
+void LookUpWord(benchmark::State& state, const std::string& word) {
+    larder::WordIndex index(bench->window->files, bench->window->paths);
+    std::size_t bytes = 0;
+    for (auto _ : state) {
+        std::string sought = word;
+        bytes = index.LookUpWord(sought).size();
+    }
+    state.counters["bytes"] = static_cast<double>(bytes);
+}
+
+// The numbers that stand in every list.
+std::vector<int> InAll(const std::vector<std::vector<int>>& lists) {
+    std::vector<unsigned char> times(SearchFolder::Recipes + 1);
+    for (const auto& list : lists) {
+        for (const int number : list) ++times[static_cast<std::size_t>(number)];
+    }
+    std::vector<int> all;
+    for (const int number : lists.front()) {
+        if (times[static_cast<std::size_t>(number)] == lists.size()) all.push_back(number);
+    }
+    return all;
+}
+
+void QueryByLoop(benchmark::State& state, const Query& query) {
+    std::size_t hits = 0;
+    for (auto _ : state) {
+        std::vector<std::vector<int>> lists;
+        for (const std::string& word : query.Words) lists.push_back(NumbersIn(LoopLookUp(word)));
+        const std::vector<int> numbers = InAll(lists);
+        hits = numbers.size();
+        benchmark::DoNotOptimize(LoopTitles(numbers));
+    }
+    state.counters["hits"] = static_cast<double>(hits);
+}
+
+// From the press of Find to the list on the screen; `idle` is the time until everything else is
+// painted too, the text of the first recipe with it.
+void QueryInWindow(benchmark::State& state, const Query& query) {
+    larder::frmMain& main = *bench->window;
+    larder::frmSearch& dialog = main.search.Dialog();
+    PaintWatch watch;
+    for (QWidget* child : main.ui.lvwX2.Native()->findChildren<QWidget*>()) {
+        child->installEventFilter(&watch);
+    }
+    dialog.rtbSearch1.SetText(Joined(query.Words));
+    double idle = 0;
+    for (auto _ : state) {
+        const auto start = Clock::now();
+        dialog.cmdFind_ClickX();
+        main.ui.lvwX2.Refresh();
+        larder::Application::DoEvents();
+        idle += Seconds(Clock::now() - start);
+        state.SetIterationTime(Seconds(watch.Painted - start));
+    }
+    state.counters["hits"] = main.VList[1].Count();
+    state.counters["idle_ms"] = 1000 * idle / static_cast<double>(state.iterations());
+}
+
+// The same without own recipes, whose reading has a benchmark of its own.
+void OwnRecipes(benchmark::State& state) {
+    larder::frmMain& main = *bench->window;
+    larder::frmSearch& dialog = main.search.Dialog();
+    dialog.rtbSearch1.SetText("salmon butter");
+    for (auto _ : state) dialog.cmdFind_ClickX();
+    state.counters["hits"] = main.VList[1].Count();
+}
+
+#ifdef LARDER_SQLITE
+class FullText {
+  public:
+    explicit FullText(const std::filesystem::path& file) {
+        sqlite3_open(file.c_str(), &database_);
+        Run("PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF;"
+            "CREATE VIRTUAL TABLE recipes USING fts5(title, body); BEGIN");
+        sqlite3_stmt* insert = nullptr;
+        sqlite3_prepare_v2(database_, "INSERT INTO recipes(rowid, title, body) VALUES(?, ?, ?)",
+                           -1, &insert, nullptr);
+        for (int recipe = 1; recipe <= SearchFolder::Recipes; ++recipe) {
+            const std::string title = bench->book->Title(recipe);
+            const std::string text = bench->book->Text(recipe);
+            sqlite3_bind_int(insert, 1, recipe);
+            sqlite3_bind_text(insert, 2, title.c_str(), -1, SQLITE_TRANSIENT);
+            sqlite3_bind_text(insert, 3, text.c_str(), -1, SQLITE_TRANSIENT);
+            if (sqlite3_step(insert) != SQLITE_DONE) std::abort();
+            sqlite3_reset(insert);
+        }
+        sqlite3_finalize(insert);
+        Run("COMMIT; INSERT INTO recipes(recipes) VALUES('optimize')");
+    }
+    ~FullText() { sqlite3_close(database_); }
+
+    int Find(const std::string& words) {
+        sqlite3_stmt* select = nullptr;
+        sqlite3_prepare_v2(database_,
+                           "SELECT rowid, title FROM recipes WHERE recipes MATCH ? ORDER BY rowid",
+                           -1, &select, nullptr);
+        sqlite3_bind_text(select, 1, words.c_str(), -1, SQLITE_TRANSIENT);
+        int rows = 0;
+        while (sqlite3_step(select) == SQLITE_ROW) {
+            benchmark::DoNotOptimize(sqlite3_column_text(select, 1));
+            ++rows;
+        }
+        sqlite3_finalize(select);
+        return rows;
+    }
+
+  private:
+    void Run(const char* statements) {
+        if (sqlite3_exec(database_, statements, nullptr, nullptr, nullptr) != SQLITE_OK) {
+            std::fprintf(stderr, "SQLite: %s\n", sqlite3_errmsg(database_));
+            std::abort();
+        }
+    }
+    sqlite3* database_ = nullptr;
+};
+
+void QueryByFts5(benchmark::State& state, const Query& query, FullText* database) {
+    int hits = 0;
+    for (auto _ : state) hits = database->Find(Joined(query.Words));
+    state.counters["hits"] = hits;
+}
+#endif
+
+void MakeQueries() {
+    const SearchFolder& book = *bench->book;
+    const std::string common1 = book.WordNear("m", 0.5);
+    const std::string common2 = book.WordNear("s", 0.5);
+    const std::string common3 = book.WordNear("v", 0.5);
+    const std::string usual1 = book.WordNear("l", 0.05);
+    const std::string usual2 = book.WordNear("t", 0.05);
+    const std::string rare = book.WordNear("wa", 0.002);
+    bench->queries = {{"rare", {rare}},
+                      {"half", {common2}},
+                      {"two_halves", {common1, common2}},
+                      {"two_usual", {usual1, usual2}},
+                      {"three_halves", {common1, common2, common3}},
+                      {"half_usual_rare", {common2, usual2, rare}}};
+}
+
+void Register(void* fullText) {
+    const SearchFolder& book = *bench->book;
+    for (const auto& [name, from] : {std::pair{"early", "ca"}, {"middle", "m"}, {"late", "zan"}}) {
+        const std::string word = book.WordNear(from, 0.005);
+        benchmark::RegisterBenchmark((std::string("LookUp/loop/") + name).c_str(), LookUpByLoop,
+                                     word);
+        benchmark::RegisterBenchmark((std::string("LookUp/larder/") + name).c_str(), LookUpWord,
+                                     word);
+    }
+    for (const Query& query : bench->queries) {
+        const std::string name = query.Name;
+        const auto ms = benchmark::kMillisecond;
+        benchmark::RegisterBenchmark(("Query/loop/" + name).c_str(), QueryByLoop, query)->Unit(ms);
+        benchmark::RegisterBenchmark(("Query/larder/" + name).c_str(), QueryInWindow, query)
+            ->UseManualTime()
+            ->Unit(ms);
+#ifdef LARDER_SQLITE
+        benchmark::RegisterBenchmark(("Query/fts5/" + name).c_str(), QueryByFts5, query,
+                                     static_cast<FullText*>(fullText))
+            ->Unit(ms);
+#endif
+    }
+    (void)fullText;
+}
+
+// The own recipes are put aside first: the other two have none.
+void RunAll(larder::Application& application, const std::filesystem::path& folder) {
+    namespace fs = std::filesystem;
+    const auto open = [&] {
+        bench->window.reset();
+        application.StartAgain(folder.string(), "");
+        bench->window =
+            std::make_unique<larder::frmMain>(application, bench->dialogs, bench->drives);
+        if (!bench->window->Load()) std::abort();
+        bench->window->search.ShowDialog();
+        larder::Application::DoEvents();
+    };
+    const fs::path data = bench->book->Data;
+    for (const char* file : {"Custom Recipes.ydb", "Custom Recipes Index.ind"}) {
+        fs::rename(data / file, data / (std::string(file) + ".aside"));
+    }
+    open();
+#ifdef LARDER_SQLITE
+    FullText fullText(folder / "fts5.db");
+    Register(&fullText);
+#else
+    Register(nullptr);
+#endif
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::ClearRegisteredBenchmarks();
+    bench->window.reset();
+    for (const char* file : {"Custom Recipes.ydb", "Custom Recipes Index.ind"}) {
+        fs::rename(data / (std::string(file) + ".aside"), data / file);
+    }
+    open();
+    benchmark::RegisterBenchmark("OwnRecipes/500", OwnRecipes)->Unit(benchmark::kMillisecond);
+    benchmark::RunSpecifiedBenchmarks();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+#ifndef NDEBUG
+    std::fputs("A debug build measures nothing: use the preset `check`.\n", stderr);
+    return 1;
+#endif
+    setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("larder-search-" + std::to_string(getpid()));
+    {
+        larder::Application application(argc, argv);
+        Bench theBench;
+        bench = &theBench;
+        theBench.book = std::make_unique<SearchFolder>(folder);
+        MakeQueries();
+        benchmark::Initialize(&argc, argv);
+        RunAll(application, folder);
+        theBench.window.reset();
+    }
+    std::filesystem::remove_all(folder);
+    return 0;
+}

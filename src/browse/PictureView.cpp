@@ -1,0 +1,113 @@
+#include "browse/PictureView.h"
+
+#include <string>
+
+#include "app/frmMain.h"
+#include "layout/Util.h"
+
+namespace larder {
+
+void PictureView::ShowCurRecipePicture() {
+    main.screen.SetEncyclopediaMode(false);
+    const std::string number = std::to_string(main.viewer.CurrentRecipe());
+    if (main.pictures.HasPicture(number)) {
+        main.pictures.CheckForAPicture(number);
+    } else {
+        main.pictures.strPictureFileName.clear();
+    }
+    if (main.pictures.strPictureFileName.empty() || !UpdatePicture(0, false)) {
+        main.viewer.ShowRecipe(main.viewer.CurrentRecipe());
+        return;
+    }
+    main.ui.rtbSee.SetVisible(false);
+    main.layout.HideRTB(main.ui.rtbSee);
+    main.ui.frPic.SetVisible(true);
+    main.screen.DimPhotoButton();
+    main.screen.NormRecipeButton();
+}
+
+bool PictureView::UpdatePicture(float /*TopOffset*/, bool booSamePicture) {
+    const bool shown = main.ui.frPic.Visible();
+    main.ui.frPic.SetVisible(false);
+    const bool loaded = booSamePicture || LoadPicture();
+    // The picture's own size counts at every placing, so that it grows back with the window.
+    const Picture& picture = main.ui.imgPicture.Shown();
+    const auto height = static_cast<std::int32_t>(picture.PixelHeight() * TwipsPerPixel);
+    const auto width = static_cast<std::int32_t>(picture.PixelWidth() * TwipsPerPixel);
+    const bool something = loaded && height > 0 && width > 0;
+    if (something) PlacePicture(height, width);
+    main.ui.frPic.SetVisible(shown);
+    return something;
+}
+
+bool PictureView::LoadPicture() {
+    Image& image = main.ui.imgPicture;
+    for (;;) {
+        try {
+            const std::string& file = main.pictures.strPictureFileName;
+            image.SetPicture(file.empty() ? Picture()
+                                          : Picture::FromFile(main.objFSO.Native(file)));
+            return !file.empty();
+        } catch (const Failure& f) {
+            if (f.Number == failure::FileNotFound || f.Number == failure::PathNotFound) {
+                main.pictures.strPictureFileName.clear();
+                continue;
+            }
+            if (f.Number == failure::DriveNotReady) {
+                const auto answer = main.dialogs.MessageBox(
+                    "Can't get the picture.\nPlease, make sure the CD is in the drive.",
+                    Dialogs::Buttons::OkCancel, Dialogs::Icon::Exclamation, "Tidewell Larder");
+                if (answer == Dialogs::Answer::Ok) continue;
+            } else {
+                main.dialogs.MessageBox(std::to_string(f.Number) + "\n" + f.Description,
+                                        Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation,
+                                        "Tidewell Larder");
+            }
+            image.SetPicture(Picture());
+            return false;
+        }
+    }
+}
+
+void PictureView::PlacePicture(std::int32_t height, std::int32_t width) {
+    const std::string& category = main.ui.lblCategory.Caption();
+    const bool encyclopedia = main.screen.EncyclopediaMode();
+    if (main.ui.rtbSee.Text().empty() && encyclopedia) {
+        FitInto(main.layout.Scaled(MainControls::Shape3), height, width);
+    } else if ((category == "MY FAVORITES" || category == "ALL RECIPES") && encyclopedia) {
+        Cover(main.layout.Scaled(MainControls::ShapeBrowser), height, width);
+    } else {
+        FitInto(main.ui.imgWaterMark3.Place(), height, width);
+    }
+}
+
+void PictureView::FitInto(const Rectangle& box, std::int32_t height, std::int32_t width) {
+    const auto boxHeight = static_cast<std::int32_t>(box.Height);
+    const auto boxWidth = static_cast<std::int32_t>(box.Width);
+    // A small picture keeps its size.
+    if (height > boxHeight || width > boxWidth) FitRectangle(boxHeight, boxWidth, height, width);
+    const auto h = static_cast<float>(height);
+    const auto w = static_cast<float>(width);
+    main.ui.imgPicture.Move({0, 0, w, h});
+    main.ui.frPic.Move({box.Left + (box.Width - w) / 2, box.Top + (box.Height - h) / 2, w, h});
+}
+
+void PictureView::Cover(const Rectangle& box, std::int32_t height, std::int32_t width) {
+    main.ui.frPic.Move(box);
+    FitRectangle(static_cast<std::int32_t>(box.Height), static_cast<std::int32_t>(box.Width),
+                 height, width);
+    if (height <= 0 || width <= 0) return;
+    const float r = static_cast<float>(height) / static_cast<float>(width);
+    auto h = static_cast<float>(height);
+    float w = 0;
+    if (box.Height > h) {
+        h = box.Height;
+        w = h / r;
+    } else {
+        w = box.Width;
+        h = r * w;
+    }
+    main.ui.imgPicture.Move({(box.Width - w) / 2, (box.Height - h) / 2, w, h});
+}
+
+}  // namespace larder

@@ -1,0 +1,108 @@
+#include "search/RecipeSearch.h"
+
+#include <limits>
+
+#include "app/frmMain.h"
+#include "platform/Text.h"
+#include "search/frmSearch.h"
+
+namespace larder {
+
+namespace {
+
+// A look at the event queue costs about as much as a hit, so it is taken once for so many numbers.
+constexpr std::uint32_t NumbersBetweenEvents = 64;
+
+}  // namespace
+
+RecipeSearch::RecipeSearch(frmMain& hub)
+    : main(hub),
+      index_(hub.files, hub.paths),
+      finder_(hub.store, index_, hub.VList[1], hub.intListTicket, *this) {}
+
+RecipeSearch::~RecipeSearch() = default;
+
+void RecipeSearch::ShowDialog() { Dialog().Show(); }
+
+frmSearch& RecipeSearch::Dialog() {
+    if (dialog_ == nullptr) dialog_ = std::make_unique<frmSearch>(main);
+    return *dialog_;
+}
+
+void RecipeSearch::SetMousePointer(int pointer) {
+    if (dialog_ != nullptr) dialog_->SetMousePointer(pointer);
+}
+
+void RecipeSearch::NameTheList() {
+    main.ui.lblCategory.SetCaption("SEARCH");
+    main.strLastRecipeCategory = "SEARCH";
+}
+
+void RecipeSearch::FindByWords(const std::string& text, bool onlyInList) {
+    onlyInList_ = onlyInList;
+    listIsFavorites_ = main.strLastRecipeCategory == "MY FAVORITES";
+    NameTheList();
+    main.recipes.DecorateWait(true, "");
+    // A narrowing search keeps the earlier words highlighted.
+    main.strLastSearchWords =
+        onlyInList ? text + " " + main.strLastSearchWords : text;
+    std::string strWhat = text;
+    finder_.FindRecipes(strWhat);
+    main.recipes.DecorateWait(false, "");
+}
+
+void RecipeSearch::FindByNumber(const std::string& text) {
+    NameTheList();
+    const std::int32_t last = main.store.TotalNumRecords;
+    std::int32_t number = main.viewer.CurrentRecipe();  // for a text that is no number
+    if (IsNumeric(text)) {
+        number = last == std::numeric_limits<std::int32_t>::max() ? 0 : last + 1;
+        Ignoring([&] { number = ToLong(text); });  // fails when it is too long
+    }
+    Ignoring([&] { main.viewer.SetCurrentRecipe(number); });
+    if (number < 1 || number > last) {
+        main.dialogs.MessageBox("Recipe number " + text + " does not exist.\r"
+                                "A correct number should be between 1 and " +
+                                    std::to_string(last),
+                                Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation,
+                                "Tidewell Larder");
+        return;
+    }
+    main.pictureView.ShowCurRecipePicture();
+}
+
+bool RecipeSearch::OnlyInList() const { return onlyInList_ && main.ui.lvwX2.Tag != "*"; }
+
+void RecipeSearch::TakeText(const std::string& rtf) { main.ui.rtbT.SetTextRTF(rtf); }
+
+bool RecipeSearch::HoldsWord(const std::string& word) {
+    const bool found = main.ui.rtbT.Find(word, -1, -1, RichTextBox::WholeWord) != -1;
+    if (found) main.ui.rtbT.SetSelStart(0);
+    return found;
+}
+
+void RecipeSearch::LetEventsRun() {
+    if (++steps_ % NumbersBetweenEvents == 0) Application::DoEvents();
+}
+
+void RecipeSearch::ShowResult(bool searched, bool found) {
+    main.recipes.SetColumnsForRecipes_X2();
+    if (searched) {
+        main.strSelectedKey[1] = "1";
+        main.recipes.ShowRecipesIn_lvwX2("same", 1, false, true);
+    }
+    main.recipes.ReportRecipesFound("");
+    if (!found) return;
+    Ignoring([this] {
+        const ListItem* selected = main.ui.lvwX2.SelectedItem();
+        if (selected != nullptr) main.viewer.SetCurrentRecipe(ToLong(selected->Tag));
+    });
+    Ignoring([this] { main.pictureView.ShowCurRecipePicture(); });
+}
+
+void RecipeSearch::ShowCancelled() {
+    main.recipes.ShowRecipesIn_lvwX2("same", 1, false, true);
+    main.recipes.ReportRecipesFound("");
+}
+
+}  // namespace larder

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "search/RecipeFinder.h"
+#include "search/WordIndex.h"
+
+namespace larder {
+
+class frmMain;
+class frmSearch;
+
+// The search as the window sees it: the find dialog, made at its first use, and what a find does
+// to the list, the labels and the current recipe.
+class RecipeSearch final : private FindSurroundings {
+  public:
+    explicit RecipeSearch(frmMain& hub);
+    ~RecipeSearch() override;
+
+    void ShowDialog();
+    // The dialog, made at the first call.
+    frmSearch& Dialog();
+    // The hourglass (11) or the usual pointer (0) on the dialog, if there is one.
+    void SetMousePointer(int pointer);
+
+    // A find by words as the user typed them, in the whole book or only in the list on show.
+    void FindByWords(const std::string& text, bool onlyInList);
+    // A find by number. A number that no recipe has is told in a message.
+    void FindByNumber(const std::string& text);
+
+  private:
+    bool OnlyInList() const override;
+    bool ListIsFavorites() const override { return listIsFavorites_; }
+    void HideGuideArt() override {}
+    void TakeText(const std::string& rtf) override;
+    bool HoldsWord(const std::string& word) override;
+    void LetEventsRun() override;
+    void ShowResult(bool searched, bool found) override;
+    void ShowCancelled() override;
+    void NameTheList();
+
+    frmMain& main;
+    WordIndex index_;
+    RecipeFinder finder_;
+    std::unique_ptr<frmSearch> dialog_;
+    bool onlyInList_ = false;
+    bool listIsFavorites_ = false;  // when Find was pressed
+    std::uint32_t steps_ = 0;
+};
+
+}  // namespace larder

@@ -1,0 +1,183 @@
+#include "platform/Label.h"
+
+#include "ShownWindow.h"
+#include "platform/Image.h"
+#include "platform/Keys.h"
+
+namespace larder {
+namespace {
+
+class ALabel : public test::ShownWindow {
+  protected:
+    ALabel() { label_.Move({0, 0, 3000, 300}); }
+
+    // Where text is drawn: the box around all pixels that are not the window's ground.
+    QRect Drawn() {
+        const QImage look = Look(label_);
+        const QRgb ground = QColor(0xFB, 0xF4, 0xE4).rgb();
+        QRect drawn;
+        for (int y = 0; y < look.height(); ++y) {
+            for (int x = 0; x < look.width(); ++x) {
+                if (look.pixel(x, y) != ground) drawn |= QRect(x, y, 1, 1);
+            }
+        }
+        return drawn;
+    }
+
+    Label label_{window, "lblFound"};
+};
+
+TEST_F(ALabel, IsStaticTextToAssistiveTechnology) {
+    label_.SetCaption("12 recipes found ");
+    EXPECT_EQ(Accessible(label_)->role(), QAccessible::StaticText);
+    EXPECT_EQ(AccessibleName(label_), QStringLiteral("12 recipes found "));
+}
+
+TEST_F(ALabel, ATextThatFitsHasItsOwnToolTipAlone) {
+    label_.SetToolTipText("tip");
+    label_.SetCaption("short");
+    EXPECT_EQ(label_.Native()->toolTip(), QStringLiteral("tip"));
+}
+
+TEST_F(ALabel, ATextTooWideEndsInAnEllipsisAndJoinsTheToolTip) {
+    const std::string text(200, 'x');
+    label_.SetToolTipText("tip");
+    label_.SetCaption(text);
+    EXPECT_EQ(label_.Native()->toolTip(), QString::fromStdString(text + "\ntip"));
+    EXPECT_EQ(label_.ToolTipText(), "tip");
+    EXPECT_LE(Drawn().right(), 199);
+    label_.SetWidth(60000);
+    EXPECT_EQ(label_.Native()->toolTip(), QStringLiteral("tip"));
+    label_.SetWidth(150);
+    label_.SetFont({Font::Family::Serif, 1});
+    label_.SetCaption("tiny");
+    EXPECT_EQ(label_.Native()->toolTip(), QStringLiteral("tip"));
+}
+
+TEST_F(ALabel, BreaksIntoAsManyLinesAsThereIsRoomFor) {
+    label_.SetCaption("one two three four five six seven eight nine ten eleven twelve thirteen");
+    Show();
+    const int oneLine = Drawn().height();
+    EXPECT_FALSE(label_.Native()->toolTip().isEmpty());
+    label_.SetHeight(1500);
+    EXPECT_GT(Drawn().height(), 2 * oneLine);
+    EXPECT_TRUE(label_.Native()->toolTip().isEmpty());
+}
+
+TEST_F(ALabel, EveryLineEndBreaksALine) {
+    label_.SetHeight(1500);
+    label_.SetCaption("a\r\nb");
+    Show();
+    const int two = Drawn().height();
+    label_.SetCaption("a\rb");
+    EXPECT_EQ(Drawn().height(), two);
+    label_.SetCaption("a\nb");
+    EXPECT_EQ(Drawn().height(), two);
+    label_.SetCaption("ab");
+    EXPECT_LT(Drawn().height(), two);
+}
+
+TEST_F(ALabel, StandsAtTheSideItIsAlignedTo) {
+    label_.SetCaption("iii");
+    Show();
+    EXPECT_LT(Drawn().right(), 60);
+    label_.SetAlignment(Label::Alignment::Right);
+    EXPECT_GT(Drawn().left(), 140);
+    label_.SetAlignment(Label::Alignment::Center);
+    EXPECT_NEAR(Drawn().center().x(), 100, 2);
+}
+
+TEST_F(ALabel, HasTheColourGivenWithRedInTheLowByte) {
+    label_.SetFont({Font::Family::Sans, 14, true});
+    label_.SetCaption("IIII");
+    label_.SetForeColor(0x0000FF);
+    Show();
+    const QImage look = Look(label_);
+    bool red = false;
+    for (int x = 0; x < look.width(); ++x) red = red || look.pixelColor(x, 10) == QColor(Qt::red);
+    EXPECT_TRUE(red);
+}
+
+TEST_F(ALabel, MarkUpAndAmpersandsAreText) {
+    label_.SetCaption("<i>");
+    Show();
+    const int markUp = Drawn().width();
+    label_.SetCaption("i");
+    EXPECT_GT(markUp, 2 * Drawn().width());
+}
+
+TEST_F(ALabel, PressReleaseAndClick) {
+    std::string told;
+    label_.OnMouseDown = [&](int button, int, float, float) { told += "D" + std::to_string(button); };
+    label_.OnMouseUp = [&](int, int, float, float) { told += "U"; };
+    label_.OnClick = [&] { told += "C"; };
+    Show();
+    QTest::mouseClick(label_.Native(), Qt::LeftButton, {}, QPoint(5, 5));
+    EXPECT_EQ(told, "D1UC");
+    told.clear();
+    QTest::mousePress(label_.Native(), Qt::LeftButton, {}, QPoint(5, 5));
+    QTest::mouseRelease(label_.Native(), Qt::LeftButton, {}, QPoint(-5, 5));
+    EXPECT_EQ(told, "D1U");
+}
+
+class AnImage : public test::ShownWindow {
+  protected:
+    Image image_{window, "imgPicture"};
+};
+
+TEST_F(AnImage, WithoutStretchItTakesOnThePicturesSize) {
+    image_.Move({150, 150, 1500, 1500});
+    const Picture picture = Picture::FromArt("icons/camera");
+    image_.SetPicture(picture);
+    EXPECT_EQ(image_.Width(), 1500);
+    image_.SetStretch(false);
+    EXPECT_EQ(image_.Width(), static_cast<float>(picture.PixelWidth()) * TwipsPerPixel);
+    EXPECT_EQ(image_.Height(), static_cast<float>(picture.PixelHeight()) * TwipsPerPixel);
+    EXPECT_EQ(image_.Left(), 150);
+}
+
+TEST_F(AnImage, AnEmptyPictureClearsIt) {
+    image_.Move({0, 0, 1500, 1500});
+    Show();
+    const QImage empty = Look(image_);
+    image_.SetPicture(Picture::FromArt("icons/camera"));
+    EXPECT_NE(Look(image_), empty);
+    EXPECT_FALSE(image_.Shown().IsEmpty());
+    image_.SetPicture({});
+    EXPECT_EQ(Look(image_), empty);
+}
+
+TEST_F(AnImage, IsAGraphicAndTellsTheMouse) {
+    image_.Move({0, 0, 1500, 1500});
+    image_.SetToolTipText("Click to see recipe");
+    EXPECT_EQ(Accessible(image_)->role(), QAccessible::Graphic);
+    std::string told;
+    image_.OnMouseDown = [&](int, int shift, float x, float) {
+        told += "D" + std::to_string(shift) + "@" + std::to_string(static_cast<int>(x));
+    };
+    image_.OnMouseUp = [&](int button, int, float, float) { told += "U" + std::to_string(button); };
+    image_.OnClick = [&] { told += "C"; };
+    Show();
+    QTest::mouseClick(image_.Native(), Qt::LeftButton, Qt::ControlModifier, QPoint(5, 5));
+    EXPECT_EQ(told, "D2@75U1C");
+    told.clear();
+    QTest::mouseClick(image_.Native(), Qt::RightButton, {}, QPoint(5, 5));
+    EXPECT_EQ(told, "D0@75U2");
+}
+
+TEST_F(AnImage, TellsMovesWithTheButtonsHeld) {
+    image_.Move({0, 0, 1500, 1500});
+    std::vector<int> buttons;
+    image_.OnMouseMove = [&](int button, int, float, float) { buttons.push_back(button); };
+    Show();
+    for (const Qt::MouseButtons held : {Qt::MouseButtons(), Qt::MouseButtons(Qt::LeftButton)}) {
+        const QPointF place(5, 5);
+        QMouseEvent move(QEvent::MouseMove, place, image_.Native()->mapToGlobal(place), Qt::NoButton,
+                         held, Qt::NoModifier);
+        QApplication::sendEvent(image_.Native(), &move);
+    }
+    EXPECT_EQ(buttons, (std::vector<int>{0, mouse::LeftButton}));
+}
+
+}  // namespace
+}  // namespace larder
