@@ -84,7 +84,8 @@ void CategoryOfThousands(benchmark::State& state) {
     PaintWatch watch;
     watch.armed = [&] { return main.VList[1].Count() >= main.LinesInList[1]; };
     const auto children = main.ui.lvwX2.Native()->findChildren<QWidget*>();
-    for (QWidget* child : children) child->installEventFilter(&watch);
+    for (QWidget* child : children)
+        child->installEventFilter(&watch);
     double first = 0;
     double complete = 0;
     for (auto _ : state) {

@@ -15,9 +15,9 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::array<const char*, 24> Words = {
-    "salmon", "butter", "lemon",  "fillet", "simmer", "onion",  "parsley", "stock",
-    "skillet", "garlic", "cream",  "shrimp", "pepper", "minutes", "gently", "warm",
-    "dill",    "wine",   "tomato", "serve",  "thick",  "golden",  "baste",  "shell"};
+    "salmon",  "butter", "lemon",  "fillet", "simmer", "onion",   "parsley", "stock",
+    "skillet", "garlic", "cream",  "shrimp", "pepper", "minutes", "gently",  "warm",
+    "dill",    "wine",   "tomato", "serve",  "thick",  "golden",  "baste",   "shell"};
 
 class Writer {
   public:
@@ -26,7 +26,8 @@ class Writer {
 
     void Add(const std::string& title, const std::string& body) {
         const auto position = static_cast<std::uint32_t>(length_ + 1);
-        for (int i = 0; i < 4; ++i) index_.put(static_cast<char>((position >> (8 * i)) & 0xFF));
+        for (int i = 0; i < 4; ++i)
+            index_.put(static_cast<char>((position >> (8 * i)) & 0xFF));
         const std::string record = title + "\r\n" + body + "\r\n";
         text_ << record;
         length_ += record.size();
@@ -59,8 +60,8 @@ std::string Body(std::mt19937& random, const std::string& title, int bytes) {
         "New Roman;}}{\\colortbl ;\\red40\\green75\\blue113;}\r\n\\viewkind4\\uc1\\pard\\b\\fs30 " +
         title + "\\b0\\fs24\\par\r\n";
     while (static_cast<int>(rtf.size()) < bytes) {
-        rtf += "\\pard\\li300 " + Sentence(random, 12) + " \\i " + Sentence(random, 2) +
-               "\\i0  " + Sentence(random, 6) + ".\\par\r\n";
+        rtf += "\\pard\\li300 " + Sentence(random, 12) + " \\i " + Sentence(random, 2) + "\\i0  " +
+               Sentence(random, 6) + ".\\par\r\n";
     }
     return rtf + "}";
 }
@@ -70,8 +71,7 @@ void WriteRecipes(const fs::path& data, const std::string& name, int count, int 
     Writer writer(data / (name + ".ydb"), data / (name + " Index.ind"));
     std::mt19937 random(20260101);
     for (int i = 0; i < count; ++i) {
-        const std::string title =
-            "Recipe " + std::to_string(first + i) + " " + Sentence(random, 3);
+        const std::string title = "Recipe " + std::to_string(first + i) + " " + Sentence(random, 3);
         writer.Add(title, Body(random, title, size.BodyBytes));
     }
     writer.Close();
@@ -79,7 +79,8 @@ void WriteRecipes(const fs::path& data, const std::string& name, int count, int 
 
 std::string Numbers(int count) {
     std::string text = " ";
-    for (int i = 1; i <= count; ++i) text += std::to_string(i) + " ";
+    for (int i = 1; i <= count; ++i)
+        text += std::to_string(i) + " ";
     return text;
 }
 

@@ -8,7 +8,7 @@ namespace larder::bench {
 struct Size {
     int Stock = 20000;
     int Own = 500;
-    int BodyBytes = 3000;   // of a recipe's RTF
+    int BodyBytes = 3000;  // of a recipe's RTF
 };
 
 // Writes FOLDER/Data with so many recipes, the same for the same size, and the categories

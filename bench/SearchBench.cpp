@@ -9,7 +9,6 @@
 #include <chrono>
 #include <cstring>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -64,14 +63,39 @@ struct Query {
 };
 
 struct Bench {
+    // The window on the book with or without the user's own recipes, the dialog open.
+    void Open(bool own);
+
+    larder::Application* application = nullptr;
+    std::filesystem::path folder;
     NoDialogs dialogs;
     larder::SystemDrives drives;
     std::unique_ptr<SearchFolder> book;
     std::unique_ptr<larder::frmMain> window;
     std::vector<Query> queries;
+
+  private:
+    bool own_ = true;
 };
 
 Bench* bench = nullptr;
+
+void Bench::Open(bool own) {
+    if (window != nullptr && own == own_) return;
+    window.reset();
+    for (const std::string file : {"Custom Recipes.ydb", "Custom Recipes Index.ind"}) {
+        const std::filesystem::path here = book->Data / file;
+        const std::filesystem::path aside = book->Data / (file + ".aside");
+        if (own_ && !own) std::filesystem::rename(here, aside);
+        if (!own_ && own) std::filesystem::rename(aside, here);
+    }
+    own_ = own;
+    application->StartAgain(folder.string(), "");
+    window = std::make_unique<larder::frmMain>(*application, dialogs, drives);
+    if (!window->Load()) std::abort();
+    window->search.ShowDialog();
+    larder::Application::DoEvents();
+}
 
 std::string Joined(const std::vector<std::string>& words) {
     std::string text;
@@ -155,6 +179,7 @@ void LookUpByLoop(benchmark::State& state, const std::string& word) {
 }
 
 void LookUpWord(benchmark::State& state, const std::string& word) {
+    bench->Open(false);
     larder::WordIndex index(bench->window->files, bench->window->paths);
     std::size_t bytes = 0;
     for (auto _ : state) {
@@ -190,8 +215,10 @@ void QueryByLoop(benchmark::State& state, const Query& query) {
 }
 
 // From the press of Find to the list on the screen; `idle` is the time until everything else is
-// painted too, the text of the first recipe with it.
+// painted too, the text of the first recipe with it. Without own recipes, whose reading has a
+// benchmark of its own.
 void QueryInWindow(benchmark::State& state, const Query& query) {
+    bench->Open(false);
     larder::frmMain& main = *bench->window;
     larder::frmSearch& dialog = main.search.Dialog();
     PaintWatch watch;
@@ -212,8 +239,9 @@ void QueryInWindow(benchmark::State& state, const Query& query) {
     state.counters["idle_ms"] = 1000 * idle / static_cast<double>(state.iterations());
 }
 
-// The same without own recipes, whose reading has a benchmark of its own.
+// 500 own recipes, read for two words that stand in most of them.
 void OwnRecipes(benchmark::State& state) {
+    bench->Open(true);
     larder::frmMain& main = *bench->window;
     larder::frmSearch& dialog = main.search.Dialog();
     dialog.rtbSearch1.SetText("salmon butter");
@@ -270,9 +298,10 @@ class FullText {
     sqlite3* database_ = nullptr;
 };
 
-void QueryByFts5(benchmark::State& state, const Query& query, FullText* database) {
+void QueryByFts5(benchmark::State& state, const Query& query) {
+    static FullText database(bench->folder / "fts5.db");
     int hits = 0;
-    for (auto _ : state) hits = database->Find(Joined(query.Words));
+    for (auto _ : state) hits = database.Find(Joined(query.Words));
     state.counters["hits"] = hits;
 }
 #endif
@@ -293,7 +322,7 @@ void MakeQueries() {
                       {"half_usual_rare", {common2, usual2, rare}}};
 }
 
-void Register(void* fullText) {
+void Register() {
     const SearchFolder& book = *bench->book;
     for (const auto& [name, from] : {std::pair{"early", "ca"}, {"middle", "m"}, {"late", "zan"}}) {
         const std::string word = book.WordNear(from, 0.005);
@@ -310,47 +339,13 @@ void Register(void* fullText) {
             ->UseManualTime()
             ->Unit(ms);
 #ifdef LARDER_SQLITE
-        benchmark::RegisterBenchmark(("Query/fts5/" + name).c_str(), QueryByFts5, query,
-                                     static_cast<FullText*>(fullText))
+        benchmark::RegisterBenchmark(("Query/fts5/" + name).c_str(), QueryByFts5, query)
             ->Unit(ms);
 #endif
     }
-    (void)fullText;
+    benchmark::RegisterBenchmark("OwnRecipes/500", OwnRecipes)->Unit(benchmark::kMillisecond);
 }
 
-// The own recipes are put aside first: the other two have none.
-void RunAll(larder::Application& application, const std::filesystem::path& folder) {
-    namespace fs = std::filesystem;
-    const auto open = [&] {
-        bench->window.reset();
-        application.StartAgain(folder.string(), "");
-        bench->window =
-            std::make_unique<larder::frmMain>(application, bench->dialogs, bench->drives);
-        if (!bench->window->Load()) std::abort();
-        bench->window->search.ShowDialog();
-        larder::Application::DoEvents();
-    };
-    const fs::path data = bench->book->Data;
-    for (const char* file : {"Custom Recipes.ydb", "Custom Recipes Index.ind"}) {
-        fs::rename(data / file, data / (std::string(file) + ".aside"));
-    }
-    open();
-#ifdef LARDER_SQLITE
-    FullText fullText(folder / "fts5.db");
-    Register(&fullText);
-#else
-    Register(nullptr);
-#endif
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::ClearRegisteredBenchmarks();
-    bench->window.reset();
-    for (const char* file : {"Custom Recipes.ydb", "Custom Recipes Index.ind"}) {
-        fs::rename(data / (std::string(file) + ".aside"), data / file);
-    }
-    open();
-    benchmark::RegisterBenchmark("OwnRecipes/500", OwnRecipes)->Unit(benchmark::kMillisecond);
-    benchmark::RunSpecifiedBenchmarks();
-}
 
 }  // namespace
 
@@ -366,10 +361,13 @@ int main(int argc, char** argv) {
         larder::Application application(argc, argv);
         Bench theBench;
         bench = &theBench;
+        theBench.application = &application;
+        theBench.folder = folder;
         theBench.book = std::make_unique<SearchFolder>(folder);
         MakeQueries();
+        Register();
         benchmark::Initialize(&argc, argv);
-        RunAll(application, folder);
+        benchmark::RunSpecifiedBenchmarks();
         theBench.window.reset();
     }
     std::filesystem::remove_all(folder);

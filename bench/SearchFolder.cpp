@@ -38,6 +38,7 @@ double ShareOf(int word) { return std::min(CommonShare, WordsARecipe / (word + 2
 
 SearchFolder::SearchFolder(const std::filesystem::path& folder) : Data(folder / "Data") {
     WriteLargeFolder(folder, {1, Own, 3000});
+    std::filesystem::create_directory(Data / "Food Photos");
     DrawWords();
     WriteStock();
     WriteIndex();

@@ -38,7 +38,7 @@ int main(int argc, char** argv) {
     larder::SystemDialogs dialogs;
     larder::SystemDrives drives;
     larder::frmMain window(application, dialogs, drives);
-    window.ui.window.OnFirstPaint = [] { std::cout << "painted" << std::endl; };
     if (!window.Load()) return window.ExitStatus();
+    window.ui.window.OnFirstPaint = [] { std::cout << "painted" << std::endl; };
     return application.Run();
 }

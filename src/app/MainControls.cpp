@@ -45,7 +45,6 @@ const Rectangle MainControls::ShapeBrowser = Pixels(542, 64, 462, 554);
 
 MainControls::MainControls() {
     window.SetCaption("Tidewell Larder");
-    window.SetIcon("tidewell-larder");
     BuildImageLists();
     PlaceControls();
     DressButtons();
@@ -132,9 +131,6 @@ void MainControls::PlaceControls() {
     ibExit.SetAccessibleName("Exit");
     ibExit.SetToolTipText("Quit the Program");
     chkFocusCatcher.MakeFocusCatcher();
-    imgWaterMark1.SetPicture(Picture::FromArt("watermark-list1"));
-    imgWaterMark2.SetPicture(Picture::FromArt("watermark-list2"));
-    imgWaterMark3.SetPicture(Picture::FromArt("watermark-page"));
 }
 
 void MainControls::DressButtons() {

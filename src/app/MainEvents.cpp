@@ -21,6 +21,8 @@ void MainEvents::ConnectWindow() {
         if (main.startUp.LayoutBegun()) main.layout.ResizeIt();
     };
     window.OnUnload = [this] { main.Unload(); };
+    // Drawing the icon in all its sizes can wait until the cook sees the window.
+    window.OnFirstPaint = [this] { main.ui.window.SetIcon("tidewell-larder"); };
 }
 
 void MainEvents::ConnectButtons() {
@@ -111,7 +113,9 @@ bool MainEvents::Act(int KeyCode, int Shift) {
                 main.categories.SimulateChoiceClick("");
             }
             return true;
-        case key::F1: ui.ibHelp.OnClick(); return true;
+        case key::F1:
+            ui.ibHelp.OnClick();
+            return true;
         case key::F:
             if ((Shift & shift::Ctrl) == 0) return false;
             ui.ibSearch.OnClick();
@@ -124,7 +128,8 @@ bool MainEvents::Act(int KeyCode, int Shift) {
             if ((Shift & shift::Alt) == 0) return false;
             ui.ibBack.OnClick();
             return true;
-        default: return false;
+        default:
+            return false;
     }
 }
 

@@ -40,7 +40,8 @@ void ScreenStates::NormRecipeButton() {
 
 void ScreenStates::HideAll(bool booHide) {
     if (!booHide) {
-        for (Control* control : controlsHidden) control->SetVisible(true);
+        for (Control* control : controlsHidden)
+            control->SetVisible(true);
         return;
     }
     if (!main.ui.imgBackGroundMain.Visible()) return;

@@ -24,8 +24,8 @@ bool frmMain::Load() {
     try {
         if (!startUp.Run()) return false;
     } catch (const Failure& f) {
-        dialogs.MessageBox("Tidewell Larder can't start.\n" + f.Description,
-                           Dialogs::Buttons::Ok, Dialogs::Icon::Critical, "Tidewell Larder");
+        dialogs.MessageBox("Tidewell Larder can't start.\n" + f.Description, Dialogs::Buttons::Ok,
+                           Dialogs::Icon::Critical, "Tidewell Larder");
         exitStatus_ = 1;
         return false;
     }
@@ -57,13 +57,17 @@ std::string frmMain::GetRecipeTitle(std::int32_t recipeNum) {
     return store.GetRecipeTitle(recipeNum);
 }
 
-void frmMain::ShowSame() { recipes.ShowRecipesIn_lvwX2("same", 0, false, true); }
+void frmMain::ShowSame() {
+    recipes.ShowRecipesIn_lvwX2("same", 0, false, true);
+}
 
 void frmMain::DecorateWait(bool start, const std::string& what) {
     recipes.DecorateWait(start, what);
 }
 
-void frmMain::ReportRecipesFound(const std::string& append) { recipes.ReportRecipesFound(append); }
+void frmMain::ReportRecipesFound(const std::string& append) {
+    recipes.ReportRecipesFound(append);
+}
 
 bool frmMain::AskOkCancel(const std::string& text) {
     return dialogs.MessageBox(text, Dialogs::Buttons::OkCancel, Dialogs::Icon::Exclamation,

@@ -13,7 +13,9 @@ namespace larder {
 namespace {
 
 // Shift, Ctrl and Alt by themselves are no step and no repeat of one.
-bool IsModifier(int KeyCode) { return KeyCode >= 16 && KeyCode <= 18; }
+bool IsModifier(int KeyCode) {
+    return KeyCode >= 16 && KeyCode <= 18;
+}
 
 }  // namespace
 
@@ -78,13 +80,26 @@ void ListInput::KeyDown(std::int16_t Index, int& KeyCode) {
 
 void ListInput::Act(std::int16_t Index, int KeyCode) {
     switch (KeyCode) {
-        case key::Down: main.steps.SelectNext(Index); break;
-        case key::Up: main.steps.SelectPrevious(Index); break;
-        case key::PageDown: main.steps.FlipDown(Index, true); break;
-        case key::PageUp: main.steps.FlipUp(Index, true); break;
-        case key::Home: main.steps.GoHome(Index); break;
-        case key::End: main.steps.GoEnd(Index); break;
-        default: break;
+        case key::Down:
+            main.steps.SelectNext(Index);
+            break;
+        case key::Up:
+            main.steps.SelectPrevious(Index);
+            break;
+        case key::PageDown:
+            main.steps.FlipDown(Index, true);
+            break;
+        case key::PageUp:
+            main.steps.FlipUp(Index, true);
+            break;
+        case key::Home:
+            main.steps.GoHome(Index);
+            break;
+        case key::End:
+            main.steps.GoEnd(Index);
+            break;
+        default:
+            break;
     }
 }
 

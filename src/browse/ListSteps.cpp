@@ -7,7 +7,9 @@ namespace larder {
 
 namespace {
 
-std::size_t Element(std::int16_t Index) { return static_cast<std::size_t>(Index - 1); }
+std::size_t Element(std::int16_t Index) {
+    return static_cast<std::size_t>(Index - 1);
+}
 
 }  // namespace
 
@@ -81,11 +83,17 @@ void ListSteps::FlipUp(std::int16_t Index, bool Keyboard) {
     if (Keyboard) SelectAndFocus(Index, s);
 }
 
-void ListSteps::GoHome(std::int16_t Index) { JumpTo(Index, 1, false); }
+void ListSteps::GoHome(std::int16_t Index) {
+    JumpTo(Index, 1, false);
+}
 
-void ListSteps::GoEnd(std::int16_t Index) { JumpTo(Index, main.lists.LastStart(Index), true); }
+void ListSteps::GoEnd(std::int16_t Index) {
+    JumpTo(Index, main.lists.LastStart(Index), true);
+}
 
-void ListSteps::ForgetSelection(std::int16_t Index) { main.strSelectedKey[Element(Index)] = "0"; }
+void ListSteps::ForgetSelection(std::int16_t Index) {
+    main.strSelectedKey[Element(Index)] = "0";
+}
 
 void ListSteps::SelectAndFocus(std::int16_t Index, int line) {
     Ignoring([&] { main.ui.lvwX(Index).Item(line).SetSelected(); });

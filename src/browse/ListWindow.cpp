@@ -34,9 +34,12 @@ void ListWindow::EnsureLinesAvailable(std::int16_t Index) {
     ListView& list = main.ui.lvwX(Index);
     const auto i = static_cast<std::size_t>(Index - 1);
     const std::int32_t n = MinOf<std::int32_t>(main.VList[i].Count(), main.LinesInList[i]);
-    while (list.Count() > n) list.Remove(list.Count());
-    while (list.Count() < n) list.Add();
-    for (int line = 1; line <= list.Count(); ++line) list.Item(line).SetKey("");
+    while (list.Count() > n)
+        list.Remove(list.Count());
+    while (list.Count() < n)
+        list.Add();
+    for (int line = 1; line <= list.Count(); ++line)
+        list.Item(line).SetKey("");
 }
 
 void ListWindow::HighlightSelected(std::int16_t lvw_Index, bool ForceScroll) {
@@ -79,7 +82,9 @@ void ListWindow::RefreshListItem(std::int16_t lvw_Index, std::int16_t ListItemIn
     if (ListItemIndex >= 1 && ListItemIndex <= list.Count()) list.Refresh();
 }
 
-void ListWindow::RefreshLvwX(std::int16_t Index) { main.ui.imgWaterMark(Index).Refresh(); }
+void ListWindow::RefreshLvwX(std::int16_t Index) {
+    main.ui.imgWaterMark(Index).Refresh();
+}
 
 void ListWindow::DivertFocusFrom(std::int16_t Index) {
     main.ui.lvwX(Index).SetHideSelection(true);

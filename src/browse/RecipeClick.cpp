@@ -58,9 +58,13 @@ void RecipeViewer::SetMenuEntries(std::int32_t number) {
     if (!own) ui.mnuPopUpSeparator1.Visible = false;
 }
 
-void RecipeViewer::Next() { StepAndClick(true); }
+void RecipeViewer::Next() {
+    StepAndClick(true);
+}
 
-void RecipeViewer::Back() { StepAndClick(false); }
+void RecipeViewer::Back() {
+    StepAndClick(false);
+}
 
 void RecipeViewer::StepAndClick(bool forward) {
     const std::int16_t k = main.ui.lvwX1.HasFocus() ? 1 : 2;

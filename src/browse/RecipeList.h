@@ -14,8 +14,8 @@ class RecipeList {
   public:
     explicit RecipeList(frmMain& hub) : main(hub) {}
 
-    bool booRecipeColumns = false;    // the control has recipe columns
-    std::int16_t intLinesShown = 0;   // LinesInList(1) at the last fill
+    bool booRecipeColumns = false;   // the control has recipe columns
+    std::int16_t intLinesShown = 0;  // LinesInList(1) at the last fill
 
     // Fills the list. `strNumbers` is a number string, "*" for all recipes, "same" for the list
     // that is held already, or "VIDEO", "KNOTS", "TIPS" for a list built by others and only to be

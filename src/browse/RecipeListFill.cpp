@@ -23,8 +23,8 @@ struct RecipeList::Fill {
     std::string strNumbers;
     std::int32_t startPos = 0;
     bool ForceReload = false;
-    bool newList = false;    // this call made the list anew
-    std::string tagBefore;   // what the control showed when the call came in
+    bool newList = false;   // this call made the list anew
+    std::string tagBefore;  // what the control showed when the call came in
 };
 
 void RecipeList::ShowRecipesIn_lvwX2(std::string strNumbers, std::int32_t startPos,
@@ -72,10 +72,9 @@ void RecipeList::RecogniseSame(Fill& fill) {
 
 bool RecipeList::NothingToDo(const Fill& fill) const {
     const VirtualList& list = main.VList[1];
-    return !fill.ForceReload && fill.strNumbers == "same" &&
-           fill.startPos == list.CurrentIndex && main.ui.lvwX2.Count() > 0 &&
-           main.strSelectedKey[1] == strLastSelectedKey && !list.booSearching &&
-           intLastLines == main.LinesInList[1];
+    return !fill.ForceReload && fill.strNumbers == "same" && fill.startPos == list.CurrentIndex &&
+           main.ui.lvwX2.Count() > 0 && main.strSelectedKey[1] == strLastSelectedKey &&
+           !list.booSearching && intLastLines == main.LinesInList[1];
 }
 
 void RecipeList::Prepare(Fill& fill) {
@@ -112,7 +111,8 @@ void RecipeList::FillVirtual(Fill& fill) {
             ++n;
         }
         if (title.empty()) {
-            while (main.ui.lvwX2.Count() >= i) main.ui.lvwX2.Remove(main.ui.lvwX2.Count());
+            while (main.ui.lvwX2.Count() >= i)
+                main.ui.lvwX2.Remove(main.ui.lvwX2.Count());
             return;
         }
         const std::string text = std::to_string(number);
@@ -157,8 +157,8 @@ void RecipeList::WriteLine(int line, std::int32_t number, const std::string& tit
     item.SetSmallIcon(icon);
     item.SetSubItems(1, std::to_string(number));
     item.SetSubItems(2, title);
-    item.SetSubForeColor(1, number > main.store.OriginalNumRecords ? CustomNumberColor
-                                                                   : StockNumberColor);
+    item.SetSubForeColor(
+        1, number > main.store.OriginalNumRecords ? CustomNumberColor : StockNumberColor);
     item.SetSubForeColor(2, titleColor);
 }
 

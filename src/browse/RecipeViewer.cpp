@@ -8,8 +8,8 @@ namespace larder {
 
 namespace {
 
-constexpr std::int32_t TitleColor = 293286;       // brown, #A67904
-constexpr std::int32_t FoundWordColor = 0xFF0000; // blue
+constexpr std::int32_t TitleColor = 293286;        // brown, #A67904
+constexpr std::int32_t FoundWordColor = 0xFF0000;  // blue
 constexpr std::int16_t DefaultFontSize = 12;
 constexpr float TitleScale = 1.3F;
 

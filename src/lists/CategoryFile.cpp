@@ -62,8 +62,8 @@ void CategoryList::UpdateCategoryFile() {
         WriteEntries();
     } catch (const Failure& f) {
         main.files.Close(filenumber::Categories);
-        main.dialogs.MessageBox("Error updating Favorites\n" + f.Description,
-                                Dialogs::Buttons::Ok, Dialogs::Icon::Critical, "Tidewell Larder");
+        main.dialogs.MessageBox("Error updating Favorites\n" + f.Description, Dialogs::Buttons::Ok,
+                                Dialogs::Icon::Critical, "Tidewell Larder");
         return;
     }
     main.lists.ShowListItems(1, 0, true);

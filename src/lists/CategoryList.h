@@ -43,7 +43,7 @@ class CategoryList {
 
     frmMain& main;
     std::string strLastCategoryText;
-    std::int32_t lastStart_ = 0;       // first entry and number of lines of the last fill
+    std::int32_t lastStart_ = 0;  // first entry and number of lines of the last fill
     std::int16_t lastLines_ = 0;
     std::uint32_t clicks_ = 0;
 };

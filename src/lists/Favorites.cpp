@@ -8,7 +8,9 @@ namespace larder {
 
 namespace {
 
-std::string Blanked(std::int32_t number) { return " " + std::to_string(number) + " "; }
+std::string Blanked(std::int32_t number) {
+    return " " + std::to_string(number) + " ";
+}
 
 }  // namespace
 

@@ -79,11 +79,17 @@ Application::Application(int& argc, char** argv) : commandLine_(JoinArguments(ar
     theApplication = this;
 }
 
-Application::~Application() { theApplication = nullptr; }
+Application::~Application() {
+    theApplication = nullptr;
+}
 
-std::string Application::CommandLine() const { return commandLine_; }
+std::string Application::CommandLine() const {
+    return commandLine_;
+}
 
-std::string Application::CurrentFolder() const { return currentFolder_; }
+std::string Application::CurrentFolder() const {
+    return currentFolder_;
+}
 
 void Application::StartAgain(const std::string& currentFolder, const std::string& commandLine) {
     currentFolder_ = currentFolder;
@@ -91,8 +97,8 @@ void Application::StartAgain(const std::string& currentFolder, const std::string
     status_.reset();
     // An exit outside of a running loop is remembered, and ends the next loop as it begins: one
     // loop is spent on it.
-    QMetaObject::invokeMethod(native_.get(), [] { QCoreApplication::exit(0); },
-                              Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        native_.get(), [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
     QApplication::exec();
 }
 
@@ -109,9 +115,13 @@ void Application::Quit(int status) {
     QCoreApplication::exit(*status_);
 }
 
-void Application::DoEvents() { QCoreApplication::processEvents(); }
+void Application::DoEvents() {
+    QCoreApplication::processEvents();
+}
 
-void Application::Beep() { QApplication::beep(); }
+void Application::Beep() {
+    QApplication::beep();
+}
 
 void Application::ReportFailure(const Failure& failure) {
     if (theApplication != nullptr && theApplication->OnFailure) {

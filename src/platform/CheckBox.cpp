@@ -40,16 +40,28 @@ CheckBox::CheckBox(Container& container, const std::string& name)
     QObject::connect(Mine(), &QCheckBox::clicked, Mine(), [this] { Fire(OnClick); });
 }
 
-CheckBox::Widget* CheckBox::Mine() const { return static_cast<Widget*>(Native()); }
+CheckBox::Widget* CheckBox::Mine() const {
+    return static_cast<Widget*>(Native());
+}
 
-void CheckBox::SetCaption(const std::string& caption) { Mine()->setText(NativeText(caption)); }
+void CheckBox::SetCaption(const std::string& caption) {
+    Mine()->setText(NativeText(caption));
+}
 
-int CheckBox::Value() const { return Mine()->isChecked() ? 1 : 0; }
+int CheckBox::Value() const {
+    return Mine()->isChecked() ? 1 : 0;
+}
 
-void CheckBox::SetValue(int value) { Mine()->setChecked(value != 0); }
+void CheckBox::SetValue(int value) {
+    Mine()->setChecked(value != 0);
+}
 
-void CheckBox::MakeFocusCatcher() { Mine()->BecomeCatcher(); }
+void CheckBox::MakeFocusCatcher() {
+    Mine()->BecomeCatcher();
+}
 
-void CheckBox::SetFont(const Font& font) { Mine()->setFont(NativeFont(font)); }
+void CheckBox::SetFont(const Font& font) {
+    Mine()->setFont(NativeFont(font));
+}
 
 }  // namespace larder

@@ -15,9 +15,13 @@
 
 namespace larder {
 
-Container::~Container() { EmptyControls(); }
+Container::~Container() {
+    EmptyControls();
+}
 
-void Container::Dismiss(Control& control) { std::erase(controls_, &control); }
+void Container::Dismiss(Control& control) {
+    std::erase(controls_, &control);
+}
 
 void Container::EmptyControls() {
     for (Control* control : controls_) {
@@ -46,8 +50,10 @@ class Control::Watcher : public QObject {
         switch (static_cast<const QFocusEvent&>(event).reason()) {
             case Qt::ActiveWindowFocusReason:
             case Qt::PopupFocusReason:
-            case Qt::MenuBarFocusReason: return false;
-            default: return true;
+            case Qt::MenuBarFocusReason:
+                return false;
+            default:
+                return true;
         }
     }
 
@@ -119,10 +125,18 @@ void Control::Move(const Rectangle& place) {
     widget_->setGeometry(NativePlace(place));
 }
 
-void Control::SetLeft(float left) { Move({left, rect_.Top, rect_.Width, rect_.Height}); }
-void Control::SetTop(float top) { Move({rect_.Left, top, rect_.Width, rect_.Height}); }
-void Control::SetWidth(float width) { Move({rect_.Left, rect_.Top, width, rect_.Height}); }
-void Control::SetHeight(float height) { Move({rect_.Left, rect_.Top, rect_.Width, height}); }
+void Control::SetLeft(float left) {
+    Move({left, rect_.Top, rect_.Width, rect_.Height});
+}
+void Control::SetTop(float top) {
+    Move({rect_.Left, top, rect_.Width, rect_.Height});
+}
+void Control::SetWidth(float width) {
+    Move({rect_.Left, rect_.Top, width, rect_.Height});
+}
+void Control::SetHeight(float height) {
+    Move({rect_.Left, rect_.Top, rect_.Width, height});
+}
 
 void Control::SetToolTipText(const std::string& text) {
     if (text == toolTip_) return;
@@ -151,13 +165,21 @@ void Control::TellName() {
 void Control::SetMousePointer(int pointer) {
     pointer_ = pointer;
     switch (pointer) {
-        case 11: widget_->setCursor(Qt::WaitCursor); break;
-        case 99: widget_->setCursor(Qt::PointingHandCursor); break;
-        default: widget_->unsetCursor(); break;
+        case 11:
+            widget_->setCursor(Qt::WaitCursor);
+            break;
+        case 99:
+            widget_->setCursor(Qt::PointingHandCursor);
+            break;
+        default:
+            widget_->unsetCursor();
+            break;
     }
 }
 
-bool Control::HasFocus() const { return widget_->window()->focusWidget() == widget_; }
+bool Control::HasFocus() const {
+    return widget_->window()->focusWidget() == widget_;
+}
 
 void Control::SetFocus() {
     const bool shown = widget_->isVisibleTo(widget_->window());
@@ -167,9 +189,15 @@ void Control::SetFocus() {
     widget_->setFocus(Qt::OtherFocusReason);
 }
 
-void Control::BringToFront() { widget_->raise(); }
-void Control::SendToBack() { widget_->lower(); }
-void Control::Refresh() { widget_->repaint(); }
+void Control::BringToFront() {
+    widget_->raise();
+}
+void Control::SendToBack() {
+    widget_->lower();
+}
+void Control::Refresh() {
+    widget_->repaint();
+}
 
 void Control::TellGotFocus() {
     // A control that lost the focus while the window was behind another, or hidden, learns it now.

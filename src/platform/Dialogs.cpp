@@ -19,18 +19,25 @@ QString WithLineFeeds(const std::string& text) {
 
 QMessageBox::Icon NativeIcon(Dialogs::Icon icon) {
     switch (icon) {
-        case Dialogs::Icon::Critical: return QMessageBox::Critical;
-        case Dialogs::Icon::Question: return QMessageBox::Question;
-        case Dialogs::Icon::Exclamation: return QMessageBox::Warning;
-        case Dialogs::Icon::Information: return QMessageBox::Information;
-        case Dialogs::Icon::None: break;
+        case Dialogs::Icon::Critical:
+            return QMessageBox::Critical;
+        case Dialogs::Icon::Question:
+            return QMessageBox::Question;
+        case Dialogs::Icon::Exclamation:
+            return QMessageBox::Warning;
+        case Dialogs::Icon::Information:
+            return QMessageBox::Information;
+        case Dialogs::Icon::None:
+            break;
     }
     return QMessageBox::NoIcon;
 }
 
 void AddButtons(QMessageBox& box, Dialogs::Buttons buttons) {
     switch (buttons) {
-        case Dialogs::Buttons::Ok: box.setStandardButtons(QMessageBox::Ok); break;
+        case Dialogs::Buttons::Ok:
+            box.setStandardButtons(QMessageBox::Ok);
+            break;
         case Dialogs::Buttons::OkCancel:
             box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
             break;
@@ -54,10 +61,14 @@ Dialogs::Answer SystemDialogs::MessageBox(const std::string& text, Buttons butto
     box.setWindowModality(Qt::ApplicationModal);
     AddButtons(box, buttons);
     switch (box.exec()) {
-        case QMessageBox::Yes: return Answer::Yes;
-        case QMessageBox::No: return Answer::No;
-        case QMessageBox::Cancel: return Answer::Cancel;
-        default: return Answer::Ok;
+        case QMessageBox::Yes:
+            return Answer::Yes;
+        case QMessageBox::No:
+            return Answer::No;
+        case QMessageBox::Cancel:
+            return Answer::Cancel;
+        default:
+            return Answer::Ok;
     }
 }
 

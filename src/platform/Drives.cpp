@@ -53,8 +53,8 @@ void AddOpticalDrives(Discs& discs, const std::string& blockDevices) {
     std::filesystem::directory_iterator entry(blockDevices, error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         const std::string name = entry->path().filename().string();
-        const bool numbered = name.size() > 2 && name.find_first_not_of("0123456789", 2) ==
-                                                     std::string::npos;
+        const bool numbered =
+            name.size() > 2 && name.find_first_not_of("0123456789", 2) == std::string::npos;
         if (name.starts_with("sr") && numbered) discs.emplace("/dev/" + name, "");
     }
 }

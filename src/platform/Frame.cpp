@@ -9,7 +9,8 @@ Frame::Frame(Container& container, const std::string& name)
 
 Frame::~Frame() {
     if (Parent() == nullptr) return;
-    for (Control* control : Controls()) Parent()->Dismiss(*control);
+    for (Control* control : Controls())
+        Parent()->Dismiss(*control);
 }
 
 void Frame::Enlist(Control& control) {
@@ -22,6 +23,8 @@ void Frame::Dismiss(Control& control) {
     if (Parent() != nullptr) Parent()->Dismiss(control);
 }
 
-Container& Frame::Outermost() { return Parent()->Outermost(); }
+Container& Frame::Outermost() {
+    return Parent()->Outermost();
+}
 
 }  // namespace larder

@@ -45,7 +45,9 @@ class Image::Widget : public QWidget {
 Image::Image(Container& container, const std::string& name, int index)
     : Control(container, name, index, new Widget(ParentFor(container), *this)) {}
 
-Image::Widget* Image::Mine() const { return static_cast<Widget*>(Native()); }
+Image::Widget* Image::Mine() const {
+    return static_cast<Widget*>(Native());
+}
 
 void Image::SetPicture(const Picture& picture) {
     picture_ = picture;

@@ -212,8 +212,7 @@ void ImageButton::Widget::PaintRing(QPainter& painter) const {
 class ImageButton::Accessible : public QAccessibleWidget {
   public:
     explicit Accessible(Widget& widget)
-        : QAccessibleWidget(&widget, QAccessible::PushButton),
-          widget_(widget) {}
+        : QAccessibleWidget(&widget, QAccessible::PushButton), widget_(widget) {}
 
     static QAccessibleInterface* Make(const QString&, QObject* object) {
         auto* button = dynamic_cast<Widget*>(object);
@@ -261,7 +260,9 @@ ImageButton::ImageButton(Container& container, const std::string& name, Design d
     SetDesign(std::move(design));
 }
 
-ImageButton::Widget* ImageButton::Mine() const { return static_cast<Widget*>(Native()); }
+ImageButton::Widget* ImageButton::Mine() const {
+    return static_cast<Widget*>(Native());
+}
 
 void ImageButton::SetDesign(Design design) {
     design_ = std::move(design);

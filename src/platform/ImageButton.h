@@ -21,7 +21,7 @@ class ImageButton : public Control {
   public:
     // Design-time properties.
     struct Design {
-        Picture Image;          // normal look
+        Picture Image;  // normal look
         Picture ImagePressed;
         Picture ImageDisabled;  // optional: without it the button looks normal when disabled
         std::string Caption;    // often empty: the picture has the text

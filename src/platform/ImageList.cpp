@@ -8,7 +8,9 @@ void ImageList::Add(const std::string& key, const std::string& art) {
     entries_.push_back({key, art, {}});
 }
 
-Picture ImageList::Item(const std::string& key) const { return Item(IndexOf(key)); }
+Picture ImageList::Item(const std::string& key) const {
+    return Item(IndexOf(key));
+}
 
 Picture ImageList::Item(int index) const {
     if (index < 1 || index > Count()) return {};

@@ -22,6 +22,8 @@ void NoteInput(const QEvent& event) {
     if (event.type() == QEvent::MouseButtonPress) lastInputWasKey = false;
 }
 
-bool LastInputWasKey() { return lastInputWasKey; }
+bool LastInputWasKey() {
+    return lastInputWasKey;
+}
 
 }  // namespace larder::KeyPreview

@@ -117,7 +117,9 @@ Label::Label(Container& container, const std::string& name, int index)
     SetFont(font_);
 }
 
-Label::Widget* Label::Mine() const { return static_cast<Widget*>(Native()); }
+Label::Widget* Label::Mine() const {
+    return static_cast<Widget*>(Native());
+}
 
 void Label::SetCaption(const std::string& caption) {
     if (caption == caption_) return;
@@ -133,13 +135,21 @@ void Label::SetFont(const Font& font) {
     TellToolTip();
 }
 
-void Label::SetForeColor(std::int32_t color) { Mine()->SetColor(color); }
+void Label::SetForeColor(std::int32_t color) {
+    Mine()->SetColor(color);
+}
 
 void Label::SetAlignment(Alignment alignment) {
     switch (alignment) {
-        case Alignment::Left: Mine()->Align(Qt::AlignLeft); break;
-        case Alignment::Right: Mine()->Align(Qt::AlignRight); break;
-        case Alignment::Center: Mine()->Align(Qt::AlignHCenter); break;
+        case Alignment::Left:
+            Mine()->Align(Qt::AlignLeft);
+            break;
+        case Alignment::Right:
+            Mine()->Align(Qt::AlignRight);
+            break;
+        case Alignment::Center:
+            Mine()->Align(Qt::AlignHCenter);
+            break;
     }
 }
 

@@ -7,9 +7,9 @@
 
 namespace larder {
 
-// Text on the window, with a transparent ground, in the middle of its height. It breaks into as many
-// lines as there is room for; a text that does not fit ends in an ellipsis and is then part of the
-// tool tip.
+// Text on the window, with a transparent ground, in the middle of its height. It breaks into as
+// many lines as there is room for; a text that does not fit ends in an ellipsis and is then part of
+// the tool tip.
 class Label : public Control {
   public:
     enum class Alignment { Left, Right, Center };

@@ -57,21 +57,32 @@ void ListItem::SetSmallIcon(int index) {
     Changed();
 }
 
-bool ListItem::Selected() const { return list_.SelectedItem() == this; }
+bool ListItem::Selected() const {
+    return list_.SelectedItem() == this;
+}
 
-void ListItem::SetSelected() { list_.Select(this); }
+void ListItem::SetSelected() {
+    list_.Select(this);
+}
 
-int ListItem::Index() const { return list_.PlaceOf(*this); }
+int ListItem::Index() const {
+    return list_.PlaceOf(*this);
+}
 
-float ListItem::Height() const { return list_.RowHeight(); }
+float ListItem::Height() const {
+    return list_.RowHeight();
+}
 
 ListItem::Cell& ListItem::SubCell(int i) {
     if (i < 1) throw Failure(failure::OutOfRange, "ListItem.SubItems");
     const auto column = static_cast<std::size_t>(i);
-    while (cells_.size() <= column) cells_.push_back({"", ownColor_});
+    while (cells_.size() <= column)
+        cells_.push_back({"", ownColor_});
     return cells_[column];
 }
 
-void ListItem::Changed() { list_.Changed(); }
+void ListItem::Changed() {
+    list_.Changed();
+}
 
 }  // namespace larder

@@ -242,7 +242,8 @@ class ListView::Widget : public QTreeView {
     // Left edge of a column from 0, in pixels.
     int EdgeOf(int column) const {
         float twips = 0;
-        for (int i = 1; i <= column; ++i) twips += list_.ColumnWidth(i);
+        for (int i = 1; i <= column; ++i)
+            twips += list_.ColumnWidth(i);
         return PixelOf(twips);
     }
 
@@ -286,9 +287,9 @@ void ListView::Widget::PaintLine(QPainter& painter, const ListItem& item, const 
         if (text.empty() || cell.width() <= 0) continue;
         const std::int32_t color = column == 0 ? item.ForeColor() : item.SubForeColor(column);
         painter.setPen(NativeColor(focused ? house::Paper : color));
-        painter.drawText(cell, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                         metrics.elidedText(NativeText(Showable(text)), Qt::ElideRight,
-                                            cell.width()));
+        painter.drawText(
+            cell, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+            metrics.elidedText(NativeText(Showable(text)), Qt::ElideRight, cell.width()));
     }
 }
 
@@ -314,7 +315,9 @@ ListView::~ListView() {
     if (Native() != nullptr) Mine()->setModel(nullptr);
 }
 
-ListView::Widget* ListView::Mine() const { return static_cast<Widget*>(Native()); }
+ListView::Widget* ListView::Mine() const {
+    return static_cast<Widget*>(Native());
+}
 
 ListItem& ListView::Item(int index) const {
     if (index < 1 || index > Count()) {
@@ -361,9 +364,13 @@ void ListView::Clear() {
     Mine()->Lines.WasReset();
 }
 
-ListItem* ListView::SelectedItem() const { return selected_; }
+ListItem* ListView::SelectedItem() const {
+    return selected_;
+}
 
-void ListView::ClearSelection() { Select(nullptr); }
+void ListView::ClearSelection() {
+    Select(nullptr);
+}
 
 void ListView::Select(ListItem* item) {
     if (item == selected_) return;
@@ -391,7 +398,9 @@ void ListView::SetFont(const Font& font) {
     Mine()->TakeFont(font);
 }
 
-void ListView::SetForeColor(std::int32_t color) { foreColor_ = color; }
+void ListView::SetForeColor(std::int32_t color) {
+    foreColor_ = color;
+}
 
 void ListView::SetColumns(const std::vector<float>& widths) {
     if (widths.empty()) throw Failure(failure::InvalidArgument, "ListView.ColumnHeaders");
@@ -446,6 +455,8 @@ void ListView::SetSorted(bool sorted) {
     Mine()->FollowSelection();
 }
 
-void ListView::Changed() { Mine()->TellChange(); }
+void ListView::Changed() {
+    Mine()->TellChange();
+}
 
 }  // namespace larder

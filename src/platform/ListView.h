@@ -41,9 +41,9 @@ class ListItem {
     void SetSmallIcon(int index);
 
     bool Selected() const;
-    void SetSelected();              // selecting a line takes the selection from the others
-    int Index() const;               // place in the control, from 1
-    float Height() const;            // twips; the same for all lines
+    void SetSelected();    // selecting a line takes the selection from the others
+    int Index() const;     // place in the control, from 1
+    float Height() const;  // twips; the same for all lines
 
   private:
     friend class ListView;

@@ -12,11 +12,12 @@ class Window;
 // An entry of a pop-up menu, or a separator.
 class MenuItem {
   public:
-    MenuItem(std::string name, std::string caption) : Name(std::move(name)), Caption(std::move(caption)) {}
+    MenuItem(std::string name, std::string caption)
+        : Name(std::move(name)), Caption(std::move(caption)) {}
     static MenuItem Separator(std::string name) { return {std::move(name), "-"}; }
 
     std::string Name;
-    std::string Caption;   // '&' before the access letter; "-" is a separator
+    std::string Caption;  // '&' before the access letter; "-" is a separator
     bool Visible = true;
     bool Enabled = true;
     std::function<void()> OnClick;

@@ -18,9 +18,13 @@
 
 namespace larder {
 
-QString NativeText(std::string_view text) { return QString::fromStdU16String(ToUtf16(text)); }
+QString NativeText(std::string_view text) {
+    return QString::fromStdU16String(ToUtf16(text));
+}
 
-std::string ProgramText(const QString& text) { return FromUtf16(text.toStdU16String()); }
+std::string ProgramText(const QString& text) {
+    return FromUtf16(text.toStdU16String());
+}
 
 std::string_view Showable(std::string_view text) {
     constexpr std::size_t most = 4096;
@@ -37,7 +41,9 @@ QColor NativeColor(std::int32_t color) {
     return QColor(color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF);
 }
 
-int PixelOf(float twips) { return static_cast<int>(std::floor(twips / TwipsPerPixel + 0.5F)); }
+int PixelOf(float twips) {
+    return static_cast<int>(std::floor(twips / TwipsPerPixel + 0.5F));
+}
 
 QRect NativePlace(const Rectangle& place) {
     const int left = PixelOf(place.Left);
@@ -66,27 +72,46 @@ char LetterAtPlace(quint32 scanCode) {
 
 int NamedKeyCode(int nativeKey) {
     switch (nativeKey) {
-        case Qt::Key_Backspace: return 8;
+        case Qt::Key_Backspace:
+            return 8;
         case Qt::Key_Tab:
-        case Qt::Key_Backtab: return key::Tab;
+        case Qt::Key_Backtab:
+            return key::Tab;
         case Qt::Key_Return:
-        case Qt::Key_Enter: return key::Enter;
-        case Qt::Key_Shift: return 16;
-        case Qt::Key_Control: return 17;
-        case Qt::Key_Alt: return 18;
-        case Qt::Key_Escape: return key::Escape;
-        case Qt::Key_Space: return key::Space;
-        case Qt::Key_PageUp: return key::PageUp;
-        case Qt::Key_PageDown: return key::PageDown;
-        case Qt::Key_End: return key::End;
-        case Qt::Key_Home: return key::Home;
-        case Qt::Key_Left: return key::Left;
-        case Qt::Key_Up: return key::Up;
-        case Qt::Key_Right: return key::Right;
-        case Qt::Key_Down: return key::Down;
-        case Qt::Key_Insert: return 45;
-        case Qt::Key_Delete: return key::Delete;
-        default: return key::None;
+        case Qt::Key_Enter:
+            return key::Enter;
+        case Qt::Key_Shift:
+            return 16;
+        case Qt::Key_Control:
+            return 17;
+        case Qt::Key_Alt:
+            return 18;
+        case Qt::Key_Escape:
+            return key::Escape;
+        case Qt::Key_Space:
+            return key::Space;
+        case Qt::Key_PageUp:
+            return key::PageUp;
+        case Qt::Key_PageDown:
+            return key::PageDown;
+        case Qt::Key_End:
+            return key::End;
+        case Qt::Key_Home:
+            return key::Home;
+        case Qt::Key_Left:
+            return key::Left;
+        case Qt::Key_Up:
+            return key::Up;
+        case Qt::Key_Right:
+            return key::Right;
+        case Qt::Key_Down:
+            return key::Down;
+        case Qt::Key_Insert:
+            return 45;
+        case Qt::Key_Delete:
+            return key::Delete;
+        default:
+            return key::None;
     }
 }
 

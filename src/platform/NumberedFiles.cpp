@@ -6,6 +6,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -36,10 +37,23 @@ NativeFile::Access AccessOf(FileMode mode) {
     }
 }
 
-// How many bytes stand before the first CR or LF.
-std::size_t LineLength(std::string_view text) {
-    const std::size_t upToLineFeed = std::min(text.find('\n'), text.size());
-    return std::min(text.substr(0, upToLineFeed).find('\r'), upToLineFeed);
+struct LineEnd {
+    std::size_t Length;  // bytes before the line end
+    std::size_t Next;    // where the next line begins; 0 when that is not in the text
+};
+
+// The first line of a text: up to a CR LF, LF or CR. A CR that ends the text may have its LF behind
+// it, so it leaves Next open.
+LineEnd FirstLine(std::string_view text) {
+    const void* const lineFeed = std::memchr(text.data(), '\n', text.size());
+    const std::size_t upToLineFeed =
+        lineFeed ? static_cast<std::size_t>(static_cast<const char*>(lineFeed) - text.data())
+                 : text.size();
+    const void* const carriage = std::memchr(text.data(), '\r', upToLineFeed);
+    if (!carriage) return {upToLineFeed, lineFeed ? upToLineFeed + 1 : 0};
+    const auto length = static_cast<std::size_t>(static_cast<const char*>(carriage) - text.data());
+    if (lineFeed && length + 1 == upToLineFeed) return {length, upToLineFeed + 1};
+    return {length, length + 1 < text.size() ? length + 1 : 0};
 }
 
 }  // namespace
@@ -71,6 +85,12 @@ struct NumberedFiles::Slot {
         Offset = offset;
         Block.clear();
         NextBlock = firstBlock;
+    }
+
+    // Forward within the block.
+    void MoveBy(std::size_t bytes) {
+        Offset += static_cast<std::int64_t>(bytes);
+        BlockUsed += bytes;
     }
 
     int Number;
@@ -193,8 +213,7 @@ void NumberedFiles::FillBlock(Slot& slot) const {
 void NumberedFiles::SkipLineFeed(Slot& slot) const {
     if (slot.BlockUsed == slot.Block.size()) FillBlock(slot);
     if (slot.BlockUsed == slot.Block.size() || slot.Block[slot.BlockUsed] != '\n') return;
-    ++slot.BlockUsed;
-    ++slot.Offset;
+    slot.MoveBy(1);
 }
 
 template <typename Take>
@@ -205,17 +224,12 @@ void NumberedFiles::WalkLine(int number, Take&& take) {
     if (slot.Block.empty()) throw Failure(failure::InputPastEnd, slot.Path);
     while (!slot.Block.empty()) {
         const std::string_view rest = std::string_view(slot.Block).substr(slot.BlockUsed);
-        const std::string_view line = rest.substr(0, LineLength(rest));
-        take(line);
-        slot.Offset += static_cast<std::int64_t>(line.size());
-        slot.BlockUsed += line.size();
-        if (line.size() < rest.size()) {
-            const bool carriageReturn = rest[line.size()] == '\r';
-            ++slot.BlockUsed;
-            ++slot.Offset;
-            if (carriageReturn) SkipLineFeed(slot);
-            return;
-        }
+        const LineEnd line = FirstLine(rest);
+        take(rest.substr(0, line.Length));
+        if (line.Next != 0) return slot.MoveBy(line.Next);
+        const bool carriageReturn = line.Length < rest.size();
+        slot.MoveBy(rest.size());
+        if (carriageReturn) return SkipLineFeed(slot);
         FillBlock(slot);
     }
 }

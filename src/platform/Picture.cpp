@@ -19,7 +19,9 @@
 #include "platform/PictureContent.h"
 
 // Outside any namespace: the name of the resource's set-up routine is a global one.
-static void InitializeArt() { Q_INIT_RESOURCE(art); }
+static void InitializeArt() {
+    Q_INIT_RESOURCE(art);
+}
 
 namespace larder {
 
@@ -42,15 +44,17 @@ void Open(QFile& file, const std::string& path) {
         const int error = errno;
         switch (error) {
             case ENOENT:
-            case ENOTDIR: throw Failure(failure::FileNotFound, Source);
+            case ENOTDIR:
+                throw Failure(failure::FileNotFound, Source);
             case ENOMEDIUM:
             case ENXIO:
-            case ENODEV: throw Failure(failure::DriveNotReady, Source);
-            default: throw Failure(failure::PathAccess, Source);
+            case ENODEV:
+                throw Failure(failure::DriveNotReady, Source);
+            default:
+                throw Failure(failure::PathAccess, Source);
         }
     }
-    const bool opened =
-        file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+    const bool opened = file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
     if (!opened || IsFolder(descriptor)) throw Failure(failure::PathAccess, Source);
 }
 
@@ -79,8 +83,8 @@ std::shared_ptr<const Picture::Content> ReadPhotograph(QFile& file) {
     if (qint64{size.width()} * size.height() > PixelLimit) return nullptr;
 
     if (std::max(size.width(), size.height()) > KeptSide) {
-        reader.setScaledSize(size.scaled(KeptSide, KeptSide, Qt::KeepAspectRatio)
-                                 .expandedTo(QSize(1, 1)));
+        reader.setScaledSize(
+            size.scaled(KeptSide, KeptSide, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
     }
     QImageReader::setAllocationLimit(static_cast<int>(PixelLimit * 8 / (1024 * 1024)));
     const QImage image = reader.read();
@@ -114,9 +118,13 @@ Picture Picture::FromFile(const std::string& nativePath) {
     return Picture(std::move(content));
 }
 
-int Picture::PixelWidth() const { return IsEmpty() ? 0 : content_->OwnSize().width(); }
+int Picture::PixelWidth() const {
+    return IsEmpty() ? 0 : content_->OwnSize().width();
+}
 
-int Picture::PixelHeight() const { return IsEmpty() ? 0 : content_->OwnSize().height(); }
+int Picture::PixelHeight() const {
+    return IsEmpty() ? 0 : content_->OwnSize().height();
+}
 
 QPixmap PixmapOf(const Picture& picture, const QSize& devicePixels) {
     if (picture.IsEmpty() || devicePixels.isEmpty()) return {};

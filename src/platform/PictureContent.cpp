@@ -20,8 +20,9 @@ class Renderings {
   public:
     template <typename Render>
     QPixmap At(const QSize& size, Render&& render) {
-        const auto found = std::find_if(kept_.begin(), kept_.end(),
-                                        [&](const QPixmap& pixmap) { return pixmap.size() == size; });
+        const auto found = std::find_if(kept_.begin(), kept_.end(), [&](const QPixmap& pixmap) {
+            return pixmap.size() == size;
+        });
         if (found != kept_.end()) return *found;
         if (kept_.size() == Limit) kept_.erase(kept_.begin());
         kept_.push_back(QPixmap::fromImage(render()));
@@ -67,8 +68,7 @@ class Drawing : public Picture::Content {
 
 class DecodedPhotograph : public Picture::Content {
   public:
-    DecodedPhotograph(QImage image, QSize ownSize)
-        : image_(std::move(image)), ownSize_(ownSize) {}
+    DecodedPhotograph(QImage image, QSize ownSize) : image_(std::move(image)), ownSize_(ownSize) {}
 
     QSize OwnSize() const override { return ownSize_; }
     QImage Photograph() const override { return image_; }

@@ -18,8 +18,8 @@ void SaveAsJpeg(const Picture& picture, const std::string& nativePath, int width
         PaintPicture(painter, picture, image.rect());
     }
     if (!image.save(QString::fromStdString(nativePath), "JPEG", quality)) {
-        throw Failure(failure::PathAccess, "SaveAsJpeg", nativePath + "\n" +
-                                                             FailureText(failure::PathAccess));
+        throw Failure(failure::PathAccess, "SaveAsJpeg",
+                      nativePath + "\n" + FailureText(failure::PathAccess));
     }
 }
 

@@ -30,7 +30,9 @@ Timer::Timer(int intervalMilliseconds)
 
 Timer::~Timer() = default;
 
-bool Timer::Enabled() const { return native_->isActive(); }
+bool Timer::Enabled() const {
+    return native_->isActive();
+}
 
 void Timer::SetEnabled(bool enabled) {
     if (enabled == native_->isActive()) return;

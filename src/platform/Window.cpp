@@ -87,6 +87,10 @@ class Window::Widget : public QWidget, public KeyPreview::Previewer {
 
     bool event(QEvent* event) override {
         if (event->type() == QEvent::WindowActivate) Fire(window_.OnActivate);
+        if (event->type() == QEvent::ShortcutOverride && LooksAtAltWith(*event)) {
+            event->accept();  // comes as a key, and not to a control as its access key
+            return true;
+        }
         return QWidget::event(event);
     }
 
@@ -108,6 +112,11 @@ class Window::Widget : public QWidget, public KeyPreview::Previewer {
     }
 
   private:
+    bool LooksAtAltWith(const QEvent& event) const {
+        return window_.OnKeyDown &&
+               static_cast<const QKeyEvent&>(event).modifiers() == Qt::AltModifier;
+    }
+
     Window& window_;
     QEventLoop* modalLoop_ = nullptr;
     QSize normalSize_;
@@ -146,18 +155,26 @@ Window::State Window::WindowState() const {
 
 void Window::SetWindowState(State state) {
     switch (state) {
-        case Minimized: widget_->setWindowState(widget_->windowState() | Qt::WindowMinimized); break;
+        case Minimized:
+            widget_->setWindowState(widget_->windowState() | Qt::WindowMinimized);
+            break;
         case Maximized:
             widget_->setWindowState(widget_->windowState() & ~Qt::WindowMinimized);
             if (!widget_->isMaximized()) widget_->Maximize();
             break;
-        case Normal: widget_->setWindowState(Qt::WindowNoState); break;
+        case Normal:
+            widget_->setWindowState(Qt::WindowNoState);
+            break;
     }
 }
 
-float Window::ClientWidth() const { return static_cast<float>(widget_->width()) * TwipsPerPixel; }
+float Window::ClientWidth() const {
+    return static_cast<float>(widget_->width()) * TwipsPerPixel;
+}
 
-float Window::ClientHeight() const { return static_cast<float>(widget_->height()) * TwipsPerPixel; }
+float Window::ClientHeight() const {
+    return static_cast<float>(widget_->height()) * TwipsPerPixel;
+}
 
 void Window::SetClientSize(float width, float height) {
     widget_->resize(PixelOf(width), PixelOf(height));
@@ -178,28 +195,42 @@ Rectangle TwipsOf(const QRect& rect) {
 
 }  // namespace
 
-void Window::SetFixedSize() { widget_->setFixedSize(widget_->size()); }
+void Window::SetFixedSize() {
+    widget_->setFixedSize(widget_->size());
+}
 
 Rectangle Window::ClientPlace() const {
     return TwipsOf({widget_->mapToGlobal(QPoint(0, 0)), widget_->size()});
 }
 
-Rectangle Window::Place() const { return TwipsOf(widget_->frameGeometry()); }
+Rectangle Window::Place() const {
+    return TwipsOf(widget_->frameGeometry());
+}
 
-void Window::MoveTo(float left, float top) { widget_->move(PixelOf(left), PixelOf(top)); }
+void Window::MoveTo(float left, float top) {
+    widget_->move(PixelOf(left), PixelOf(top));
+}
 
-Rectangle Window::WorkArea() const { return TwipsOf(widget_->screen()->availableGeometry()); }
+Rectangle Window::WorkArea() const {
+    return TwipsOf(widget_->screen()->availableGeometry());
+}
 
 void Window::Show() {
     widget_->show();
     if (widget_->parentWidget() != nullptr) BringToFront();
 }
 
-void Window::ShowModal() { widget_->RunModal(); }
+void Window::ShowModal() {
+    widget_->RunModal();
+}
 
-void Window::Hide() { widget_->hide(); }
+void Window::Hide() {
+    widget_->hide();
+}
 
-bool Window::Visible() const { return !widget_->isHidden(); }
+bool Window::Visible() const {
+    return !widget_->isHidden();
+}
 
 void Window::BringToFront() {
     widget_->setWindowState(widget_->windowState() & ~Qt::WindowMinimized);
@@ -207,7 +238,9 @@ void Window::BringToFront() {
     widget_->activateWindow();
 }
 
-void Window::Close() { widget_->close(); }
+void Window::Close() {
+    widget_->close();
+}
 
 Control* Window::ActiveControl() const {
     const QWidget* focus = widget_->focusWidget();
@@ -225,8 +258,12 @@ void Window::SetMousePointer(int pointer) {
     }
 }
 
-QWidget* Window::Native() const { return widget_.get(); }
+QWidget* Window::Native() const {
+    return widget_.get();
+}
 
-QWidget* Window::ClientWidget() const { return widget_.get(); }
+QWidget* Window::ClientWidget() const {
+    return widget_.get();
+}
 
 }  // namespace larder

@@ -56,8 +56,9 @@ class Window : public Container {
 
     // The window sees each key before its controls. Setting the code to key::None consumes it. A
     // key that is held comes again and again. Keys without a code (platform/Keys.h) do not come.
+    // The access keys of the controls are the window's own affair then.
     std::function<void(int& KeyCode, int Shift)> OnKeyDown;
-    std::function<void()> OnResize;    // the client area has another size; also when first shown
+    std::function<void()> OnResize;  // the client area has another size; also when first shown
     std::function<void()> OnActivate;
     // False keeps the window open.
     std::function<bool()> OnQueryUnload;

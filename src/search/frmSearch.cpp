@@ -118,27 +118,43 @@ void frmSearch::Connect() {
 }
 
 void frmSearch::KeyDown(int& KeyCode, int Shift) {
-    const int pressed = KeyCode;
-    const bool alt = (Shift & shift::Alt) != 0;
-    if (pressed == key::Enter || pressed == key::Escape ||
-        (alt && (pressed == key::O || pressed == key::W || pressed == key::N ||
-                 pressed == key::F))) {
-        KeyCode = key::None;
-    } else {
-        return;
+    const bool own = (Shift & shift::Alt) != 0 ? ActWithAlt(KeyCode) : Act(KeyCode, Shift);
+    if (own) KeyCode = key::None;
+}
+
+bool frmSearch::Act(int KeyCode, int Shift) {
+    switch (KeyCode) {
+        case key::Enter: cmdFind_ClickX(); return true;
+        case key::Escape: CloseDialog(); return true;
+        case key::Tab: return LeaveBox((Shift & shift::Shift) != 0);
+        default: return false;
     }
-    switch (pressed) {
-        case key::Enter: cmdFind_ClickX(); break;
-        case key::Escape: CloseDialog(); break;
-        case key::W: WordMode(); break;
-        case key::N: NumberMode(); break;
-        case key::F: ibFind.OnClick(); break;
+}
+
+bool frmSearch::ActWithAlt(int KeyCode) {
+    switch (KeyCode) {
+        case key::W: WordMode(); return true;
+        case key::N: NumberMode(); return true;
+        case key::F: ibFind.OnClick(); return true;
         case key::O:
             ToggleOnly();
             Ignoring([this] { chkOnly.SetFocus(); });
-            break;
-        default: break;
+            return true;
+        default: return false;
     }
+}
+
+// A box would take the key as text.
+bool frmSearch::LeaveBox(bool backward) {
+    if (!rtbSearch1.HasFocus() && !rtbSearch2.HasFocus()) return false;
+    if (backward) {
+        ibByNum.SetFocus();
+    } else if (chkOnly.Visible()) {
+        chkOnly.SetFocus();
+    } else {
+        ibFind.SetFocus();
+    }
+    return true;
 }
 
 void frmSearch::ToggleOnly() { chkOnly.SetValue(chkOnly.Value() == 1 ? 0 : 1); }

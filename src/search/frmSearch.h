@@ -38,12 +38,12 @@ class frmSearch {
     Image linOnly{window, "linOnly"};
     Label lblPrompt1{window, "lblPrompt", 1};
     Label lblPrompt2{window, "lblPrompt", 2};
+    ImageButton ibByWord{window, "ibByWord"};  // Tab goes in the order of this list
+    ImageButton ibByNum{window, "ibByNum"};
     RichTextBox rtbSearch1{window, "rtbSearch", 1};
     RichTextBox rtbSearch2{window, "rtbSearch", 2};
     CheckBox chkOnly{window, "chkOnly"};
     Label lblChkBox{window, "lblChkBox"};
-    ImageButton ibByWord{window, "ibByWord"};
-    ImageButton ibByNum{window, "ibByNum"};
     ImageButton ibFind{window, "ibFind"};
     ImageButton ibCancel{window, "ibCancel"};
 
@@ -52,6 +52,10 @@ class frmSearch {
     void DressControls();
     void Connect();
     void KeyDown(int& KeyCode, int Shift);
+    // Each acts on a key that is the dialog's own; false for any other.
+    bool Act(int KeyCode, int Shift);
+    bool ActWithAlt(int KeyCode);
+    bool LeaveBox(bool backward);
     void ShowMode(bool words);
     void FocusBox();
     void ToggleOnly();

@@ -63,9 +63,8 @@ void AuthoringTools::StoreRecipeisInFile() {
         const std::size_t from = std::min(gap.to, end);
         const TextRange title = SpanOf(text, from, "\r\n\t", true, true);
         const std::size_t to = std::min(title.to, end);
-        writer_.AddRecipeTo_YDB_IND(text.substr(from, to - from),
-                                    WriteRtf(document.Cut(from, end)), filenumber::CustomRecipes,
-                                    filenumber::CustomRecipesIndex);
+        writer_.AddRecipeTo_YDB_IND(text.substr(from, to - from), WriteRtf(document.Cut(from, end)),
+                                    filenumber::CustomRecipes, filenumber::CustomRecipesIndex);
     });
 }
 

@@ -44,9 +44,8 @@ void RecipeStore::OpenYDB_IND_Normal() {
 }
 
 void RecipeStore::OpenCategoryDescriptions() {
-    NamingFile(paths_.strCatDFile, [&] {
-        files_.Open(filenumber::CatD, paths_.strCatDFile, FileMode::Input);
-    });
+    NamingFile(paths_.strCatDFile,
+               [&] { files_.Open(filenumber::CatD, paths_.strCatDFile, FileMode::Input); });
     NamingFile(paths_.strCatDIndexFile, [&] {
         files_.Open(filenumber::CatDIndex, paths_.strCatDIndexFile, FileMode::Random);
     });

@@ -67,7 +67,8 @@ std::vector<int> DrawingsIn(const fs::path& folder) {
 
 std::string NumberString(const std::vector<int>& numbers) {
     std::string text = " ";
-    for (const int number : numbers) text += std::to_string(number) + " ";
+    for (const int number : numbers)
+        text += std::to_string(number) + " ";
     return text;
 }
 
@@ -76,8 +77,8 @@ constexpr std::size_t FirstSearch = 7;
 
 constexpr int PhotoWidth = 1280;
 constexpr int PhotoHeight = 960;
-constexpr int GroundWidth = 3072;
-constexpr int GroundHeight = 2160;
+constexpr int GroundWidth = 2048;
+constexpr int GroundHeight = 1440;
 constexpr int JpegQuality = 88;
 
 }  // namespace
@@ -150,7 +151,8 @@ void DataBuilder::StoreTexts() {
 
 void DataBuilder::WriteCategories() {
     std::string names;
-    for (const std::string& name : names_) names += FromUtf8(name) + "\r\n";
+    for (const std::string& name : names_)
+        names += FromUtf8(name) + "\r\n";
     WriteFile(data_ / "Category Names.txt", names);
     IndexStock(data_);
     // Opening the database makes an index for recipes of the user's; that one is the program's.
@@ -159,23 +161,36 @@ void DataBuilder::WriteCategories() {
     CheckMembers(lines);
     // The fixed entries in the order in which the program shows them; the searches behind them.
     std::string categories = lines.at(0) + "\r\n";
-    const std::vector<std::string> fixed = {
-        "MY FAVORITES", " ", "BUYING AND PREPARATION TIPS", "", "VIDEO", "", "KNOTS", "",
-        "ALL RECIPES WITH PICTURES", NumberString(pictures_), "ALL RECIPES", "*"};
-    for (const std::string& line : fixed) categories += line + "\r\n";
-    for (std::size_t i = FirstSearch; i < lines.size(); ++i) categories += lines[i] + "\r\n";
+    const std::vector<std::string> fixed = {"MY FAVORITES",
+                                            " ",
+                                            "BUYING AND PREPARATION TIPS",
+                                            "",
+                                            "VIDEO",
+                                            "",
+                                            "KNOTS",
+                                            "",
+                                            "ALL RECIPES WITH PICTURES",
+                                            NumberString(pictures_),
+                                            "ALL RECIPES",
+                                            "*"};
+    for (const std::string& line : fixed)
+        categories += line + "\r\n";
+    for (std::size_t i = FirstSearch; i < lines.size(); ++i)
+        categories += lines[i] + "\r\n";
     WriteFile(data_ / "Categories.ctg", categories);
 }
 
 // What the maintainers say of a recipe must agree with what the search for the category finds.
 void DataBuilder::CheckMembers(const std::vector<std::string>& lines) const {
     std::map<std::string, std::string> found;
-    for (std::size_t i = FirstSearch; i + 1 < lines.size(); i += 2) found[lines[i]] = lines[i + 1];
+    for (std::size_t i = FirstSearch; i + 1 < lines.size(); i += 2)
+        found[lines[i]] = lines[i + 1];
     for (const SourceText& recipe : recipes_) {
         for (const std::string& category : recipe.Categories) {
             const std::string number = " " + std::to_string(recipe.Number) + " ";
             if (found[FromUtf8(category)].find(number) == std::string::npos) {
-                throw SourceError(recipe.File, "does not hold the word of its category " + category);
+                throw SourceError(recipe.File,
+                                  "does not hold the word of its category " + category);
             }
         }
     }

@@ -38,8 +38,8 @@ class DataBuilder {
     std::filesystem::path data_;
     std::vector<SourceText> recipes_;
     std::vector<SourceText> descriptions_;
-    std::vector<std::string> names_;   // UTF-8
-    std::vector<int> pictures_;        // recipe numbers, ascending
+    std::vector<std::string> names_;  // UTF-8
+    std::vector<int> pictures_;       // recipe numbers, ascending
 };
 
 }  // namespace larder

@@ -12,7 +12,9 @@ namespace larder {
 
 namespace {
 
-std::string Trimmed(const std::string& text) { return std::string(TrimBlanks(text)); }
+std::string Trimmed(const std::string& text) {
+    return std::string(TrimBlanks(text));
+}
 
 std::vector<std::string> SplitAtCommas(const std::string& text) {
     std::vector<std::string> parts;

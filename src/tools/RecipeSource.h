@@ -19,11 +19,11 @@ namespace larder {
 struct SourceText {
     int Number = 0;
     std::filesystem::path File;
-    std::string Title;                    // this and the rest in UTF-8
+    std::string Title;  // this and the rest in UTF-8
     std::vector<std::string> Categories;
     std::string Serves;
     std::string Time;
-    std::vector<std::string> Lines;       // behind the head; empty ones left out
+    std::vector<std::string> Lines;  // behind the head; empty ones left out
 };
 
 // A mistake in a source file; what() names the file and the line.

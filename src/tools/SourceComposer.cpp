@@ -97,7 +97,8 @@ class Page {
 // The length of the number that a step begins with ("12. "), 0 for another line.
 std::size_t StepLabel(const std::string& line) {
     std::size_t digits = 0;
-    while (digits < line.size() && std::isdigit(static_cast<unsigned char>(line[digits]))) ++digits;
+    while (digits < line.size() && std::isdigit(static_cast<unsigned char>(line[digits])))
+        ++digits;
     const bool step = digits > 0 && line.compare(digits, 2, ". ") == 0;
     return step ? digits + 1 : 0;
 }

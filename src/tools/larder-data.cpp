@@ -42,8 +42,8 @@ int Build(const std::vector<std::string>& args, int argc, char** argv) {
     const larder::Application application(argc, argv);
     larder::DataBuilder builder(source, out);
     builder.Build();
-    std::cout << builder.RecipeCount() << " recipes, " << builder.PictureCount()
-              << " pictures, " << builder.CategoryCount() << " categories\n";
+    std::cout << builder.RecipeCount() << " recipes, " << builder.PictureCount() << " pictures, "
+              << builder.CategoryCount() << " categories\n";
     return 0;
 }
 

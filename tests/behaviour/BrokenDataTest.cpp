@@ -87,7 +87,8 @@ class BrokenDataTest : public MainWindowFixture, public testing::WithParamInterf
     }
     static std::string Noise(std::mt19937& random, std::size_t length) {
         std::string bytes(length, '\0');
-        for (char& byte : bytes) byte = static_cast<char>(random());
+        for (char& byte : bytes)
+            byte = static_cast<char>(random());
         return bytes;
     }
 
@@ -129,7 +130,9 @@ TEST_P(BrokenDataTest, AFolderInThePlaceOfTheFileOpensOrIsNamed) {
     EXPECT_EQ(Boxes.Shown.size(), 2U);
 }
 
-TEST_P(BrokenDataTest, AnEmptyFileOpensOrIsNamed) { Try("", "emptied"); }
+TEST_P(BrokenDataTest, AnEmptyFileOpensOrIsNamed) {
+    Try("", "emptied");
+}
 
 TEST_P(BrokenDataTest, ATruncatedFileOpensOrIsNamed) {
     for (int i = 1; i <= Truncations; ++i) {
@@ -151,12 +154,15 @@ TEST_P(BrokenDataTest, AFileWithDamagedBytesOpensOrIsNamed) {
     std::mt19937 random = Random();
     for (int i = 0; i < Damages; ++i) {
         std::string bytes = Whole();
-        for (int hit = 0; hit < 3; ++hit) bytes[random() % bytes.size()] = static_cast<char>(random());
+        for (int hit = 0; hit < 3; ++hit)
+            bytes[random() % bytes.size()] = static_cast<char>(random());
         Try(bytes, "damage number " + std::to_string(i));
     }
 }
 
-TEST_P(BrokenDataTest, AFileThatIsDoubledOpensOrIsNamed) { Try(Whole() + Whole(), "doubled"); }
+TEST_P(BrokenDataTest, AFileThatIsDoubledOpensOrIsNamed) {
+    Try(Whole() + Whole(), "doubled");
+}
 
 // One broken thing each, told by what the user meets.
 class BrokenContentTest : public MainWindowFixture {
@@ -198,7 +204,8 @@ TEST_F(BrokenContentTest, IndexEntriesOutOfOrderCostOnlyTheirOwnRecipes) {
     const auto tuna = static_cast<std::int32_t>(text.find("Tuna\r\n")) + 1;
     ASSERT_TRUE(WithIndex({tuna, salmon, 1}));
     EXPECT_EQ(Shown(2), (std::vector<std::string>{"Tuna", "Salmon", "Cod"}));
-    for (const int line : {1, 2, 3}) PressLine(2, line);
+    for (const int line : {1, 2, 3})
+        PressLine(2, line);
     EXPECT_EQ(Text().substr(0, 3), "Cod");
 }
 
@@ -209,8 +216,9 @@ TEST_F(BrokenContentTest, ATitleLineOf10MegabytesIsRead) {
     recipes.AddRecipe("Short", "{\\rtf1 Short}");
     Folder.Write("Data/Recipes.ydb", recipes.Text);
     Folder.Write("Data/Recipes Index.ind", recipes.Index());
-    ASSERT_TRUE(WithCategories(" 2 \r\nMY FAVORITES\r\n 1 2 \r\nALL RECIPES WITH PICTURES\r\n"
-                               " 1 \r\nALL RECIPES\r\n*\r\n"));
+    ASSERT_TRUE(
+        WithCategories(" 2 \r\nMY FAVORITES\r\n 1 2 \r\nALL RECIPES WITH PICTURES\r\n"
+                       " 1 \r\nALL RECIPES\r\n*\r\n"));
     EXPECT_EQ(ShownNumbers(), (std::vector<int>{1, 2}));
     EXPECT_EQ(Shown(2)[0].size(), 10'000'000U);
     QTest::mouseMove(Pressed(2), PointOnLine(2, 1));
@@ -249,13 +257,15 @@ TEST_F(BrokenContentTest, ABodyThatIsNoRtfIsShownAsPlainText) {
 }
 
 TEST_F(BrokenContentTest, NumbersOfNoRecipeInACategoryLeaveTheOthersReadable) {
-    ASSERT_TRUE(WithCategories(" 3 \r\nMY FAVORITES\r\n 2 99 -4 x 99999999999 3 \r\n"
-                               "ALL RECIPES WITH PICTURES\r\n 1 \r\nALL RECIPES\r\n*\r\n"));
+    ASSERT_TRUE(
+        WithCategories(" 3 \r\nMY FAVORITES\r\n 2 99 -4 x 99999999999 3 \r\n"
+                       "ALL RECIPES WITH PICTURES\r\n 1 \r\nALL RECIPES\r\n*\r\n"));
     const std::vector<int> numbers = ShownNumbers();
     ASSERT_FALSE(numbers.empty());
     EXPECT_EQ(numbers.front(), 2);
     EXPECT_EQ(numbers.back(), 3);
-    for (int line = 1; line <= List(2).Count(); ++line) PressLine(2, line);
+    for (int line = 1; line <= List(2).Count(); ++line)
+        PressLine(2, line);
     EXPECT_EQ(Text().substr(0, 4), "Tuna");
     EXPECT_TRUE(Boxes.Shown.empty());
 }
@@ -268,8 +278,9 @@ TEST_F(BrokenContentTest, CategoriesThatEndInTheMiddleOfAnEntryAreFatalAndNamed)
 }
 
 TEST_F(BrokenContentTest, ACategoryThatIsNamedTwiceStandsOnce) {
-    ASSERT_TRUE(WithCategories(" 3 \r\nMY FAVORITES\r\n 1 \r\nMY FAVORITES\r\n 2 \r\n"
-                               "ALL RECIPES WITH PICTURES\r\n 1 \r\nALL RECIPES\r\n*\r\n"));
+    ASSERT_TRUE(
+        WithCategories(" 3 \r\nMY FAVORITES\r\n 1 \r\nMY FAVORITES\r\n 2 \r\n"
+                       "ALL RECIPES WITH PICTURES\r\n 1 \r\nALL RECIPES\r\n*\r\n"));
     EXPECT_EQ(Shown(1), (std::vector<std::string>{"MY FAVORITES", "ALL RECIPES WITH PICTURES",
                                                   "ALL RECIPES"}));
     EXPECT_EQ(ShownNumbers(), (std::vector<int>{1}));

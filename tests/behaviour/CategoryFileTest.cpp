@@ -131,8 +131,7 @@ TEST_F(FullDisk, IsToldInAMessageWithTheDescription) {
     Fill();
     Main().categories.UpdateCategoryFile();
     ASSERT_EQ(Boxes.Shown.size(), 1U);
-    EXPECT_EQ(Boxes.Shown[0].Text,
-              "Error updating Favorites\n" + FailureText(failure::DiskFull));
+    EXPECT_EQ(Boxes.Shown[0].Text, "Error updating Favorites\n" + FailureText(failure::DiskFull));
     EXPECT_EQ(Boxes.Shown[0].Icon, Dialogs::Icon::Critical);
     EXPECT_EQ(Boxes.Shown[0].Buttons, Dialogs::Buttons::Ok);
 }
@@ -189,7 +188,8 @@ TEST_F(CategoryFile, LoadingAgainTakesTheNewSetOfPictures) {
 }
 
 TEST_F(CategoryFile, LoadingMoreCategoriesThanRecipesFitAgainLeavesTheWindowIdle) {
-    for (int i = 1; i < 60; ++i) Book.Numbers("FILLER " + std::to_string(i)) = " 3 ";
+    for (int i = 1; i < 60; ++i)
+        Book.Numbers("FILLER " + std::to_string(i)) = " 3 ";
     StartIt();
     ASSERT_GT(Main().VList[0].Count(), Fit(2));
     ClickCategory("SOUPS");

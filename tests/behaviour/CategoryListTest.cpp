@@ -21,9 +21,7 @@ class CategoryScreen : public MeasuredLists {
     std::string NameAt(int place) {
         return Book.Categories[static_cast<std::size_t>(place - 1)].first;
     }
-    std::string ShownName(int line) {
-        return std::string(TrimBlanks(List(1).Item(line).Text()));
-    }
+    std::string ShownName(int line) { return std::string(TrimBlanks(List(1).Item(line).Text())); }
 };
 
 TEST_F(CategoryScreen, AFillThatChangesNothingReturnsAtOnce) {
@@ -252,8 +250,10 @@ TEST_F(CategoryScreen, TheGuidesAndTheVideoLeaveTheRecipeListAsItIs) {
 }
 
 TEST_F(CategoryScreen, AGuideBelowAllRecipesIsAnOrdinaryCategory) {
-    Book.Categories = {{"MY FAVORITES", " "}, {"ALL RECIPES WITH PICTURES", " 2 "},
-                       {"ALL RECIPES", "*"},  {"KNOTS", " 7 8 "}};
+    Book.Categories = {{"MY FAVORITES", " "},
+                       {"ALL RECIPES WITH PICTURES", " 2 "},
+                       {"ALL RECIPES", "*"},
+                       {"KNOTS", " 7 8 "}};
     ASSERT_TRUE(Start());
     ClickCategory("KNOTS");
     EXPECT_EQ(ShownNumbers(), Range(7, 8));

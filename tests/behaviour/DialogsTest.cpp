@@ -12,8 +12,7 @@ namespace {
 class AMessageBox : public test::ShownWindow {
   protected:
     // Shows one and does this to the box that the user sees.
-    Dialogs::Answer AskAnd(Dialogs::Buttons buttons,
-                           const std::function<void(QMessageBox&)>& act,
+    Dialogs::Answer AskAnd(Dialogs::Buttons buttons, const std::function<void(QMessageBox&)>& act,
                            const std::string& text = "Text",
                            Dialogs::Icon icon = Dialogs::Icon::Critical) {
         QTimer::singleShot(0, [&] {
@@ -50,26 +49,28 @@ TEST_F(AMessageBox, ClosedWithoutAChoiceItIsCancelOrNoOrOkWhereThereIsNothingEls
 TEST_F(AMessageBox, TheTextIsPlainAndEveryLineEndABreak) {
     QString text;
     Qt::TextFormat format = Qt::AutoText;
-    AskAnd(Dialogs::Buttons::Ok,
-           [&](QMessageBox& box) {
-               text = box.text();
-               format = box.textFormat();
-           },
-           "a\rb\r\nc\nd <b>e</b> caf\xE9");
+    AskAnd(
+        Dialogs::Buttons::Ok,
+        [&](QMessageBox& box) {
+            text = box.text();
+            format = box.textFormat();
+        },
+        "a\rb\r\nc\nd <b>e</b> caf\xE9");
     EXPECT_EQ(text, QString::fromUtf8("a\nb\nc\nd <b>e</b> caf\xC3\xA9"));
     EXPECT_EQ(format, Qt::PlainText);
 }
 
 TEST_F(AMessageBox, HasItsTitleAndIconAndIsModalOverTheActiveWindow) {
     Show();
-    AskAnd(Dialogs::Buttons::YesNo,
-           [&](QMessageBox& box) {
-               EXPECT_EQ(box.windowTitle(), QStringLiteral("Tidewell Larder"));
-               EXPECT_EQ(box.icon(), QMessageBox::Question);
-               EXPECT_TRUE(box.isModal());
-               EXPECT_EQ(box.parentWidget(), window.Native());
-           },
-           "?", Dialogs::Icon::Question);
+    AskAnd(
+        Dialogs::Buttons::YesNo,
+        [&](QMessageBox& box) {
+            EXPECT_EQ(box.windowTitle(), QStringLiteral("Tidewell Larder"));
+            EXPECT_EQ(box.icon(), QMessageBox::Question);
+            EXPECT_TRUE(box.isModal());
+            EXPECT_EQ(box.parentWidget(), window.Native());
+        },
+        "?", Dialogs::Icon::Question);
 }
 
 TEST_F(AMessageBox, MayBeShownBeforeAnyWindow) {

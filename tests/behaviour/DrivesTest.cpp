@@ -85,7 +85,8 @@ TEST_F(DrivesOfAMachine, ABackslashWithoutThreeDigitsStays) {
 }
 
 TEST_F(DrivesOfAMachine, LettersFollowTheNumbersOfTheDevices) {
-    for (const char* name : {"sr10", "sr2", "sr0", "sram", "sr"}) Device(name);
+    for (const char* name : {"sr10", "sr2", "sr0", "sram", "sr"})
+        Device(name);
     Mounts("/dev/sr10 /ten iso9660 ro 0 0\n/dev/sr2 /two iso9660 ro 0 0\n");
     const auto drives = List();
     ASSERT_EQ(drives.size(), 4U);
@@ -97,7 +98,8 @@ TEST_F(DrivesOfAMachine, LettersFollowTheNumbersOfTheDevices) {
 }
 
 TEST_F(DrivesOfAMachine, LettersEndAtZ) {
-    for (int i = 0; i < 40; ++i) Device("sr" + std::to_string(i));
+    for (int i = 0; i < 40; ++i)
+        Device("sr" + std::to_string(i));
     const auto drives = List();
     ASSERT_EQ(drives.size(), 24U);
     EXPECT_EQ(drives.back().DriveLetter, 'Z');

@@ -178,8 +178,7 @@ TEST_F(FavouritesOfTheUser, AFailedWriteIsToldAndTheNextOneCarriesTheChange) {
     });
     It().AddToFavorites(7);
     ASSERT_EQ(Boxes.Shown.size(), 1U);
-    EXPECT_EQ(Boxes.Shown[0].Text,
-              "Error updating Favorites\n" + FailureText(failure::PathAccess));
+    EXPECT_EQ(Boxes.Shown[0].Text, "Error updating Favorites\n" + FailureText(failure::PathAccess));
     EXPECT_EQ(Boxes.Shown[0].Icon, Dialogs::Icon::Critical);
     EXPECT_EQ(Stored(), " 15 3 ");
     EXPECT_TRUE(It().IsInFavorites(7));

@@ -32,7 +32,7 @@ class FontSizingTest : public MainWindowFixture {
         return size;
     }
     std::vector<Label*> Labels() {
-        return {&Ui().lblCategory, &Ui().lblFound, &Ui().lblTotal,
+        return {&Ui().lblCategory,  &Ui().lblFound,        &Ui().lblTotal,
                 &Ui().lblRecipeNum, &Ui().lblJustWithPics, &Ui().lblFamily};
     }
 };
@@ -101,7 +101,7 @@ TEST_F(FontSizingTest, RichTextIs13PointsAtTheDesignHeightAndGrowsWithTheWindow)
     Main().fonts.DoFontSizes(1.5F);
     EXPECT_EQ(Box().Tag, "20");  // 19.5, halves to even
     Main().fonts.DoFontSizes(0.5F);
-    EXPECT_EQ(Box().Tag, "8");   // 6.5 would be too small
+    EXPECT_EQ(Box().Tag, "8");  // 6.5 would be too small
 }
 
 TEST_F(FontSizingTest, AListIs13Point2PointsAtTheDesignHeightAndNeverBelow7) {
@@ -119,7 +119,8 @@ TEST_F(FontSizingTest, TheFirstResizeStoresEveryLabelsDesignSize) {
     const MainControls design;
     ASSERT_TRUE(Start());
     EXPECT_FLOAT_EQ(std::stof(Ui().lblCategory.Tag), design.lblCategory.LabelFont().Size);
-    for (const Label* label : Labels()) EXPECT_NE(label->Tag, "") << label->Name();
+    for (const Label* label : Labels())
+        EXPECT_NE(label->Tag, "") << label->Name();
 }
 
 TEST_F(FontSizingTest, ALabelScalesFromItsDesignSizeSoThatSizesDoNotDrift) {
@@ -129,7 +130,8 @@ TEST_F(FontSizingTest, ALabelScalesFromItsDesignSizeSoThatSizesDoNotDrift) {
         const float before = label->LabelFont().Size;
         Main().fonts.DoFontSizes(2);
         EXPECT_FLOAT_EQ(label->LabelFont().Size, before * 2) << label->Name();
-        for (int i = 1; i <= 20; ++i) Main().fonts.DoFontSizes(static_cast<float>(i) * 0.37F);
+        for (int i = 1; i <= 20; ++i)
+            Main().fonts.DoFontSizes(static_cast<float>(i) * 0.37F);
         Main().fonts.DoFontSizes(1);
         EXPECT_FLOAT_EQ(label->LabelFont().Size, before) << label->Name();
     }

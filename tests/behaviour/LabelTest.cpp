@@ -94,7 +94,8 @@ TEST_F(ALabel, HasTheColourGivenWithRedInTheLowByte) {
     Show();
     const QImage look = Look(label_);
     bool red = false;
-    for (int x = 0; x < look.width(); ++x) red = red || look.pixelColor(x, 10) == QColor(Qt::red);
+    for (int x = 0; x < look.width(); ++x)
+        red = red || look.pixelColor(x, 10) == QColor(Qt::red);
     EXPECT_TRUE(red);
 }
 
@@ -108,7 +109,9 @@ TEST_F(ALabel, MarkUpAndAmpersandsAreText) {
 
 TEST_F(ALabel, PressReleaseAndClick) {
     std::string told;
-    label_.OnMouseDown = [&](int button, int, float, float) { told += "D" + std::to_string(button); };
+    label_.OnMouseDown = [&](int button, int, float, float) {
+        told += "D" + std::to_string(button);
+    };
     label_.OnMouseUp = [&](int, int, float, float) { told += "U"; };
     label_.OnClick = [&] { told += "C"; };
     Show();
@@ -172,8 +175,8 @@ TEST_F(AnImage, TellsMovesWithTheButtonsHeld) {
     Show();
     for (const Qt::MouseButtons held : {Qt::MouseButtons(), Qt::MouseButtons(Qt::LeftButton)}) {
         const QPointF place(5, 5);
-        QMouseEvent move(QEvent::MouseMove, place, image_.Native()->mapToGlobal(place), Qt::NoButton,
-                         held, Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, place, image_.Native()->mapToGlobal(place),
+                         Qt::NoButton, held, Qt::NoModifier);
         QApplication::sendEvent(image_.Native(), &move);
     }
     EXPECT_EQ(buttons, (std::vector<int>{0, mouse::LeftButton}));

@@ -95,7 +95,8 @@ TEST_F(Input, APressBelowTheLastCategoryDoesNothing) {
 
 TEST_F(Input, APressCountsForTheLineUnderItThoughTheBarIsScrolledAway) {
     OpenWithKeys("LONG");
-    for (int i = 0; i < Fit2; ++i) Wheel(2, 1);
+    for (int i = 0; i < Fit2; ++i)
+        Wheel(2, 1);
     ASSERT_TRUE(List(2).HideSelection());
     const int third = ShownNumbers().at(2);
     PressLine(2, 3);
@@ -106,7 +107,8 @@ TEST_F(Input, APressCountsForTheLineUnderItThoughTheBarIsScrolledAway) {
 
 TEST_F(Input, APressOnACategoryCountsThoughItsBarIsScrolledAway) {
     Focus(1);
-    for (int i = 0; i < Fit1; ++i) Wheel(1, 1);
+    for (int i = 0; i < Fit1; ++i)
+        Wheel(1, 1);
     ASSERT_TRUE(List(1).HideSelection());
     const std::string name = List(1).Item(2).Text();
     Focus(2);
@@ -212,7 +214,8 @@ TEST_F(Input, TheWheelStopsAtTheEnds) {
 
 TEST_F(Input, TheWheelLeavesTheBarOnItsRecipe) {
     OpenWithKeys("LONG");
-    for (int i = 0; i < 4; ++i) Key(Qt::Key_Down);
+    for (int i = 0; i < 4; ++i)
+        Key(Qt::Key_Down);
     Wheel(2, 1);
     EXPECT_EQ(SelectedLine(2), 2);
     EXPECT_EQ(List(2).SelectedItem()->Tag, "5");

@@ -18,7 +18,8 @@ class Steps : public MeasuredLists {
     int First() { return ShownNumbers().front(); }
     int Last() { return ShownNumbers().back(); }
     void Press(Qt::Key key, int times = 1) {
-        for (int i = 0; i < times; ++i) Key(key);
+        for (int i = 0; i < times; ++i)
+            Key(key);
     }
     void ExpectBar(int recipe, int line) {
         EXPECT_EQ(Bar(), recipe);
@@ -171,8 +172,8 @@ TEST_F(Steps, EndGoesToTheLastRecipeAndHomeToTheFirst) {
     const struct {
         const char* category;
         int count;
-    } lists[] = {{"LONG", 3 * Fit2 + 1}, {"ONE MORE", Fit2 + 1}, {"EXACT", Fit2},
-                 {"SHORT", Fit2 - 2}};
+    } lists[] = {
+        {"LONG", 3 * Fit2 + 1}, {"ONE MORE", Fit2 + 1}, {"EXACT", Fit2}, {"SHORT", Fit2 - 2}};
     for (const auto& list : lists) {
         OpenWithKeys(list.category);
         const int lines = std::min(list.count, Fit2);
@@ -202,8 +203,8 @@ TEST_F(Steps, HomeFindsTheFirstLineWhenTheBarWasScrolledAway) {
 TEST_F(Steps, KeysInAnEmptyListDoNothing) {
     ClickCategory("NONE");
     Focus(2);
-    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_PageUp,
-                              Qt::Key_Home, Qt::Key_End}) {
+    for (const Qt::Key key :
+         {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_Home, Qt::Key_End}) {
         Press(key);
         EXPECT_EQ(SelectedLine(2), 0);
         EXPECT_EQ(List(2).Count(), 0);
@@ -264,7 +265,8 @@ TEST_F(Steps, ScrollingStopsAtTheEnds) {
     OpenWithKeys("ONE MORE");
     Main().steps.ScrollListUp(2);
     EXPECT_EQ(First(), 1);
-    for (int i = 0; i < 3; ++i) Main().steps.ScrollListDown(2);
+    for (int i = 0; i < 3; ++i)
+        Main().steps.ScrollListDown(2);
     EXPECT_EQ(First(), 2);
     OpenWithKeys("SHORT");
     Main().steps.ScrollListDown(2);

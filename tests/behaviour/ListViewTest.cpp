@@ -37,7 +37,8 @@ class AList : public test::ShownWindow {
 
     std::string Titles() const {
         std::string titles;
-        for (int i = 1; i <= list_.Count(); ++i) titles += list_.Item(i).SubItems(2) + " ";
+        for (int i = 1; i <= list_.Count(); ++i)
+            titles += list_.Item(i).SubItems(2) + " ";
         return titles;
     }
 
@@ -47,9 +48,7 @@ class AList : public test::ShownWindow {
         const int height = static_cast<int>(list_.RowHeight() / TwipsPerPixel);
         return QPoint(60, (line - 1) * height + height / 2);
     }
-    QColor BarColour(int line) {
-        return Look(list_).pixelColor(295, OnLine(line).y());
-    }
+    QColor BarColour(int line) { return Look(list_).pixelColor(295, OnLine(line).y()); }
     void Wheel(QPoint pixels, QPoint angle, Qt::ScrollPhase phase) {
         const QPointF place(10, 10);
         QWheelEvent event(place, Viewport()->mapToGlobal(place), pixels, angle, Qt::NoButton,
@@ -140,7 +139,8 @@ TEST_F(AList, RemovingAnotherLineKeepsTheSelection) {
 }
 
 TEST_F(AList, SortsNumbersAsNumbers) {
-    for (const char* number : {"10", "9", "100", "-3", "2.5"}) Add("", number, number);
+    for (const char* number : {"10", "9", "100", "-3", "2.5"})
+        Add("", number, number);
     list_.SortKey = 1;
     list_.SetSorted(true);
     list_.SetSorted(false);
@@ -151,14 +151,16 @@ TEST_F(AList, SortsNumbersAsNumbers) {
 }
 
 TEST_F(AList, SortsTextsWithoutRegardToCaseBehindNumbers) {
-    for (const char* title : {"cod", "Bass", "anchovy", "12", "COD"}) Add("", "", title);
+    for (const char* title : {"cod", "Bass", "anchovy", "12", "COD"})
+        Add("", "", title);
     list_.SortKey = 2;
     list_.SetSorted(true);
     EXPECT_EQ(Titles(), "12 anchovy Bass cod COD ");
 }
 
 TEST_F(AList, TheSelectionFollowsItsLineThroughASort) {
-    for (const char* title : {"c", "b", "a"}) Add(title, "", title);
+    for (const char* title : {"c", "b", "a"})
+        Add(title, "", title);
     list_.Item("c").SetSelected();
     list_.SortKey = 2;
     list_.SetSorted(true);
@@ -228,7 +230,9 @@ TEST_F(AList, APressBringsTheFocusAndTellsItBehindThePress) {
     Show();
     other_.SetFocus();
     std::string told;
-    list_.OnMouseDown = [&](int, int, float, float) { told += list_.HasFocus() ? "down+" : "down-"; };
+    list_.OnMouseDown = [&](int, int, float, float) {
+        told += list_.HasFocus() ? "down+" : "down-";
+    };
     list_.OnGotFocus = [&] { told += "got"; };
     QTest::mouseClick(window.Native()->windowHandle(), Qt::LeftButton, {}, OnLine(2));
     EXPECT_EQ(told, "down+got");
@@ -333,7 +337,8 @@ TEST_F(AList, SmallTurnsOfTheWheelAddUpToWholeLines) {
     Show();
     std::vector<int> lines;
     list_.OnWheel = [&](int count) { lines.push_back(count); };
-    for (int i = 0; i < 8; ++i) Wheel({}, {0, -15}, Qt::NoScrollPhase);
+    for (int i = 0; i < 8; ++i)
+        Wheel({}, {0, -15}, Qt::NoScrollPhase);
     EXPECT_EQ(lines, (std::vector<int>{1, 1, 1}));
     Wheel({}, {0, -15}, Qt::NoScrollPhase);
     Wheel({}, {0, 15}, Qt::NoScrollPhase);  // a turn back starts anew
@@ -349,7 +354,8 @@ TEST_F(AList, PixelsOfATouchpadAddUpToTheHeightOfALine) {
     int total = 0;
     list_.OnWheel = [&](int count) { total += count; };
     const int height = static_cast<int>(list_.RowHeight() / TwipsPerPixel);
-    for (int i = 0; i < 4 * height; ++i) Wheel({0, -1}, {0, -8}, Qt::ScrollUpdate);
+    for (int i = 0; i < 4 * height; ++i)
+        Wheel({0, -1}, {0, -8}, Qt::ScrollUpdate);
     EXPECT_NEAR(total, 4, 1);
     EXPECT_GE(total, 3);
 }

@@ -74,7 +74,8 @@ TEST_F(WindowOnAList, TakesLinesFromTheEndAndAddsBareOnes) {
     Lists().EnsureLinesAvailable(2);
     EXPECT_EQ(List(2).Count(), 5);
     EXPECT_EQ(List(2).Item(5).SubItems(2), "");
-    for (int line = 1; line <= 5; ++line) EXPECT_EQ(List(2).Item(line).Key(), "");
+    for (int line = 1; line <= 5; ++line)
+        EXPECT_EQ(List(2).Item(line).Key(), "");
 }
 
 TEST_F(WindowOnAList, HasNoMoreLinesThanTheList) {
@@ -182,7 +183,8 @@ TEST_F(WindowOnAList, DivertingTheFocusFromAListTakesItFromNoOtherControl) {
 
 TEST_F(WindowOnAList, AListThatGetsTheFocusShowsItsSelectedLine) {
     OpenWithKeys("LONG");
-    for (int i = 0; i < 20; ++i) Wheel(2, 1);
+    for (int i = 0; i < 20; ++i)
+        Wheel(2, 1);
     ASSERT_TRUE(List(2).HideSelection());
     Focus(2);
     EXPECT_EQ(List(2).SelectedItem()->Tag, "1");

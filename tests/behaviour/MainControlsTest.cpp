@@ -47,7 +47,8 @@ TEST_F(MainControlsTest, TheToolTipsAreThoseOfTheDesign) {
         {"imgSortByName", "Sort by name"},
         {"imgSortByNum", "Sort by number"},
     };
-    for (const auto& [name, tip] : tips) EXPECT_EQ(Named(name).ToolTipText(), tip) << name;
+    for (const auto& [name, tip] : tips)
+        EXPECT_EQ(Named(name).ToolTipText(), tip) << name;
     const MainControls untouched;
     EXPECT_EQ(untouched.imgPicture.ToolTipText(), "Click to see recipe");
 }
@@ -107,10 +108,11 @@ TEST_F(MainControlsTest, ThePicturesOfTheListsAreFoundByKeyAndByIndex) {
 
 TEST_F(MainControlsTest, ControlsThatAreUsedStandWithinTheWindowAndApartFromEachOther) {
     ASSERT_TRUE(Start());
-    std::vector<Control*> used = {&Ui().lvwX1, &Ui().lvwX2, &Ui().rtbSee, &Ui().imgAddToFavorites,
-                                  &Ui().imgSortByName, &Ui().imgSortByNum, &Ui().lblCategory,
-                                  &Ui().lblRecipeNum};
-    for (ImageButton* button : Buttons()) used.push_back(button);
+    std::vector<Control*> used = {
+        &Ui().lvwX1,         &Ui().lvwX2,        &Ui().rtbSee,      &Ui().imgAddToFavorites,
+        &Ui().imgSortByName, &Ui().imgSortByNum, &Ui().lblCategory, &Ui().lblRecipeNum};
+    for (ImageButton* button : Buttons())
+        used.push_back(button);
     const float width = Ui().window.ClientWidth() + TwipsPerPixel;
     const float height = Ui().window.ClientHeight() + TwipsPerPixel;
     Main().viewer.ShowRecipe(1);
@@ -131,7 +133,8 @@ TEST_F(MainControlsTest, ControlsThatAreUsedStandWithinTheWindowAndApartFromEach
 
 TEST_F(MainControlsTest, TheControlsOfAnArrayAreReachedByTheirIndex) {
     ASSERT_TRUE(Start());
-    for (const int index : {1, 2}) EXPECT_EQ(Ui().lvwX(index).Index(), index);
+    for (const int index : {1, 2})
+        EXPECT_EQ(Ui().lvwX(index).Index(), index);
     for (const int index : {1, 2, 3}) {
         EXPECT_EQ(Ui().imgWaterMark(index).Index(), index);
         EXPECT_EQ(Ui().imgGarlic(index).Index(), index);

@@ -54,7 +54,8 @@ class MainEventsTest : public MainWindowFixture {
 TEST_F(MainEventsTest, EnterInTheCategoriesOpensTheSelectedCategory) {
     ASSERT_TRUE(Start());
     Focus(1);
-    for (int i = 0; i < 6; ++i) Key(Qt::Key_Down);
+    for (int i = 0; i < 6; ++i)
+        Key(Qt::Key_Down);
     EXPECT_EQ(Ui().lblCategory.Caption(), "MY FAVORITES");
     Key(Qt::Key_Return);
     EXPECT_EQ(Ui().lblCategory.Caption(), "     COD");
@@ -276,8 +277,8 @@ TEST_F(MainEventsTest, TheSortPicturesSortTheLinesAndAShownPressIsTakenBack) {
     EXPECT_EQ(Ui().imgSortByNum.Shown().Shared(), normal);
     EXPECT_EQ(ShownNumbers(), (std::vector<int>{1, 2, 3}));
     Click("imgSortByName");
-    EXPECT_EQ(Shown(2), (std::vector<std::string>{"Stock recipe 1", "Stock recipe 2",
-                                                  "Stock recipe 3"}));
+    EXPECT_EQ(Shown(2),
+              (std::vector<std::string>{"Stock recipe 1", "Stock recipe 2", "Stock recipe 3"}));
 }
 
 TEST_F(MainEventsTest, AResizeLaysTheWindowOutAnew) {

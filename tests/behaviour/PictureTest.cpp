@@ -60,13 +60,12 @@ TEST_F(APicture, EveryKindOfFileIsKnownByItsContentWhateverItsName) {
         QBuffer bytes;
         bytes.open(QIODevice::WriteOnly);
         ASSERT_TRUE(Red(30, 20).save(&bytes, format));
-        const Picture picture =
-            Picture::FromFile(Save("picture.dat", bytes.data().toStdString()));
+        const Picture picture = Picture::FromFile(Save("picture.dat", bytes.data().toStdString()));
         EXPECT_EQ(picture.PixelWidth(), 30) << format;
         EXPECT_EQ(picture.PixelHeight(), 20) << format;
     }
-    const std::string gif("GIF89a\x02\0\x01\0\x80\0\0\xff\0\0\0\0\xff,\0\0\0\0\x02\0\x01\0\0\x02\x02L\x01\0;",
-                          35);
+    const std::string gif(
+        "GIF89a\x02\0\x01\0\x80\0\0\xff\0\0\0\0\xff,\0\0\0\0\x02\0\x01\0\0\x02\x02L\x01\0;", 35);
     EXPECT_EQ(Picture::FromFile(Save("picture.jpg", gif)).PixelWidth(), 2);
     EXPECT_EQ(Picture::FromFile(Save("drawing.bmp", Circle)).PixelWidth(), 40);
 }
@@ -115,7 +114,8 @@ TEST_F(APicture, CopiesShareTheirContent) {
 TEST_F(APicture, APhotographIsScaledSmoothly) {
     QImage stripes(400, 10, QImage::Format_RGB32);
     for (int x = 0; x < 400; ++x) {
-        for (int y = 0; y < 10; ++y) stripes.setPixelColor(x, y, x % 2 == 0 ? Qt::black : Qt::white);
+        for (int y = 0; y < 10; ++y)
+            stripes.setPixelColor(x, y, x % 2 == 0 ? Qt::black : Qt::white);
     }
     const Picture picture = Picture::FromFile(Save("stripes.png", stripes));
     const int grey = qGray(Shown(picture, 100, 10).pixel(50, 5));
@@ -151,16 +151,19 @@ TEST_F(APicture, ALargePhotographTellsItsOwnSizeAndIsKeptSmaller) {
 std::string PngHeader(unsigned width, unsigned height) {
     QByteArray header("\x89PNG\r\n\x1a\n\0\0\0\x0dIHDR", 16);
     for (const unsigned side : {width, height}) {
-        for (const int shift : {24, 16, 8, 0}) header += static_cast<char>(side >> shift);
+        for (const int shift : {24, 16, 8, 0})
+            header += static_cast<char>(side >> shift);
     }
     header += QByteArray("\x08\x02\0\0\0", 5);
     quint32 crc = 0xFFFFFFFF;
     for (const char c : header.mid(12)) {
         crc ^= static_cast<unsigned char>(c);
-        for (int bit = 0; bit < 8; ++bit) crc = (crc >> 1) ^ (crc & 1 ? 0xEDB88320 : 0);
+        for (int bit = 0; bit < 8; ++bit)
+            crc = (crc >> 1) ^ (crc & 1 ? 0xEDB88320 : 0);
     }
     crc ^= 0xFFFFFFFF;
-    for (const int shift : {24, 16, 8, 0}) header += static_cast<char>(crc >> shift);
+    for (const int shift : {24, 16, 8, 0})
+        header += static_cast<char>(crc >> shift);
     return header.toStdString();
 }
 
@@ -225,7 +228,8 @@ TEST_F(APicture, EveryPieceOfArtIsADrawing) {
         EXPECT_GT(picture.PixelWidth() * picture.PixelHeight(), 0) << name;
         const QImage shown = Shown(picture, 64, 64).convertToFormat(QImage::Format_ARGB32);
         bool drawn = false;
-        for (int i = 0; i < 64 * 64 && !drawn; ++i) drawn = qAlpha(shown.pixel(i % 64, i / 64)) != 0;
+        for (int i = 0; i < 64 * 64 && !drawn; ++i)
+            drawn = qAlpha(shown.pixel(i % 64, i / 64)) != 0;
         EXPECT_TRUE(drawn) << name;
     }
     EXPECT_GT(pieces, 10);

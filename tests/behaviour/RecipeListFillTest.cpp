@@ -451,8 +451,7 @@ TEST_F(GrowingFill, TheFirstScreenfulIsShownWhileTheListGrows) {
         EXPECT_TRUE(List(2).Visible());
         EXPECT_EQ(ShownNumbers(), Range(1, Fit(2)));
         EXPECT_EQ(SelectedLine(2), 1);
-        EXPECT_EQ(Main().ui.lblFound.Caption(),
-                  std::to_string(Fit(2)) + " recipes found ...");
+        EXPECT_EQ(Main().ui.lblFound.Caption(), std::to_string(Fit(2)) + " recipes found ...");
     });
     ClickCategory("BIG");
     EXPECT_TRUE(looked_);
@@ -508,9 +507,8 @@ TEST_F(GrowingFill, AResizeWhileTheListGrowsLeavesTheWindowFull) {
     Main().ui.window.SetWindowState(Window::Normal);
     ASSERT_TRUE(WaitUntil([&] { return Main().ui.window.WindowState() == Window::Normal; }));
     const int before = Fit(2);
-    LookAt(2 * Fit(2), [&] {
-        Main().ui.window.SetClientSize(1600 * TwipsPerPixel, 420 * TwipsPerPixel);
-    });
+    LookAt(2 * Fit(2),
+           [&] { Main().ui.window.SetClientSize(1600 * TwipsPerPixel, 420 * TwipsPerPixel); });
     ClickCategory("BIG");
     EXPECT_TRUE(looked_);
     EXPECT_TRUE(WaitUntil([&] { return Fit(2) != before; }));

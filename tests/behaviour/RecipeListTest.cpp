@@ -70,8 +70,7 @@ TEST_F(RecipesOnShow, TheReportEndsWithWhatIsAppended) {
     ClickCategory("ONE");
     Recipes().ReportRecipesFound("...");
     EXPECT_EQ(Found(), "1 recipe found ...");
-    EXPECT_EQ(Main().ui.lblFound.ToolTipText(),
-              "1 recipe found in this category or search.");
+    EXPECT_EQ(Main().ui.lblFound.ToolTipText(), "1 recipe found in this category or search.");
 }
 
 TEST_F(RecipesOnShow, TheReportShowsItsLabel) {

@@ -35,7 +35,8 @@ class Viewer : public MainWindowFixture {
     // Colour and size of the first letter of the nth occurrence of a text.
     void Select(const std::string& text, int nth) {
         std::size_t place = Box().Text().find(text);
-        for (int i = 1; i < nth; ++i) place = Box().Text().find(text, place + 1);
+        for (int i = 1; i < nth; ++i)
+            place = Box().Text().find(text, place + 1);
         ASSERT_NE(place, std::string::npos) << text;
         Box().SetSelStart(static_cast<std::int32_t>(place));
         Box().SetSelLength(static_cast<std::int32_t>(text.size()));
@@ -387,7 +388,8 @@ TEST_F(Viewer, NextAndBackWalkTheCategoriesWhenTheseHaveTheFocus) {
     Click("ibNext");
     EXPECT_EQ(Main().ui.lblCategory.Caption(), "BUYING AND PREPARATION TIPS");
     EXPECT_EQ(FocusedName(), "lvwX_1");
-    for (int i = 0; i < 4; ++i) Key(Qt::Key_N, Qt::AltModifier);
+    for (int i = 0; i < 4; ++i)
+        Key(Qt::Key_N, Qt::AltModifier);
     EXPECT_EQ(Main().ui.lblCategory.Caption(), "ALL RECIPES");
     EXPECT_EQ(List(2).Tag, "*");
     Click("ibBack");
@@ -405,7 +407,8 @@ TEST_F(Viewer, NextWalksTheRecipesFromAnyOtherControl) {
 
 TEST_F(Viewer, NextAtTheEndOfTheListDoesNothing) {
     Focus(2);
-    for (int i = 0; i < 2; ++i) Click("ibNext");
+    for (int i = 0; i < 2; ++i)
+        Click("ibNext");
     ASSERT_EQ(It().CurrentRecipe(), 3);
     Box().SetText("untouched");
     Click("ibNext");
@@ -462,7 +465,8 @@ TEST_F(LongWalk, NextMeetsEveryRecipeOnce) {
 TEST_F(LongWalk, NextGoesOnFromTheRecipeThatWasScrolledAway) {
     ClickCategory("BIG");
     PressLine(2, 2);
-    for (int i = 0; i < 20; ++i) Wheel(2, 1);
+    for (int i = 0; i < 20; ++i)
+        Wheel(2, 1);
     Click("ibNext");
     EXPECT_EQ(Main().viewer.CurrentRecipe(), 3);
 }
@@ -473,7 +477,8 @@ TEST_F(LongWalk, NextAtTheEndDoesNothingThoughTheBarWasScrolledAway) {
     Key(Qt::Key_End);
     Key(Qt::Key_Return);
     ASSERT_EQ(Main().viewer.CurrentRecipe(), 200);
-    for (int i = 0; i < 20; ++i) Wheel(2, -1);
+    for (int i = 0; i < 20; ++i)
+        Wheel(2, -1);
     Main().ui.rtbSee.SetText("untouched");
     Click("ibNext");
     EXPECT_EQ(Main().viewer.CurrentRecipe(), 200);

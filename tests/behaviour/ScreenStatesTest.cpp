@@ -64,12 +64,31 @@ class ScreenStatesTest : public MainWindowFixture {
 
     // What stands on the window in every state.
     static const std::set<std::string>& Constant() {
-        static const std::set<std::string> names = {
-            "imgBackGroundMain", "imgWaterMark(1)", "imgWaterMark(2)", "imgWaterMark(3)",
-            "chkFocusCatcher", "lblCategory", "lblFound", "lblTotal", "lblRecipeNum", "lvwX(1)",
-            "imgSortByNum", "imgSortByName", "lvwX(2)", "ibRecipeButton", "ibPhotoButton",
-            "imgAddToFavorites", "ibBack", "ibNext", "imgPicture", "ibReset", "ibAdd", "ibSearch",
-            "ibHelp", "ibPrint", "ibExit"};
+        static const std::set<std::string> names = {"imgBackGroundMain",
+                                                    "imgWaterMark(1)",
+                                                    "imgWaterMark(2)",
+                                                    "imgWaterMark(3)",
+                                                    "chkFocusCatcher",
+                                                    "lblCategory",
+                                                    "lblFound",
+                                                    "lblTotal",
+                                                    "lblRecipeNum",
+                                                    "lvwX(1)",
+                                                    "imgSortByNum",
+                                                    "imgSortByName",
+                                                    "lvwX(2)",
+                                                    "ibRecipeButton",
+                                                    "ibPhotoButton",
+                                                    "imgAddToFavorites",
+                                                    "ibBack",
+                                                    "ibNext",
+                                                    "imgPicture",
+                                                    "ibReset",
+                                                    "ibAdd",
+                                                    "ibSearch",
+                                                    "ibHelp",
+                                                    "ibPrint",
+                                                    "ibExit"};
         return names;
     }
     void ExpectConstant() {
@@ -99,16 +118,19 @@ TEST_F(ScreenStatesTest, EveryStateOfTheScreenShowsAndEnablesWhatIsListedHere) {
     ExpectScreen("MY FAVORITES | 2 lines | text of Cod | [# 1] Recipe dimmed, Photo dimmed |");
 
     ClickCategory("WHITE");
-    ExpectScreen("     WHITE | 1 lines | nothing (encyclopedia) | [# 1] Recipe normal, Photo dimmed |");
+    ExpectScreen(
+        "     WHITE | 1 lines | nothing (encyclopedia) | [# 1] Recipe normal, Photo dimmed |");
 
     Click("ibRecipeButton");
     ExpectScreen("     WHITE | 1 lines | text of Cod | [# 1] Recipe dimmed, Photo dimmed |");
 
     ClickCategory("WHALES");  // a category without recipes
-    ExpectScreen("     WHALES | 0 lines | nothing (encyclopedia) | [] Recipe dimmed, Photo dimmed |");
+    ExpectScreen(
+        "     WHALES | 0 lines | nothing (encyclopedia) | [] Recipe dimmed, Photo dimmed |");
 
     ClickCategory("ALL RECIPES");
-    ExpectScreen("ALL RECIPES | 2 lines | nothing (encyclopedia) | [# 1] Recipe normal, Photo dimmed |");
+    ExpectScreen(
+        "ALL RECIPES | 2 lines | nothing (encyclopedia) | [# 1] Recipe normal, Photo dimmed |");
 
     Click("ibHelp");
     ExpectScreen("Help | 2 lines | nothing (encyclopedia) | [# 1] Recipe normal, Photo dimmed |");
@@ -188,7 +210,8 @@ TEST_F(ScreenStatesTest, AMissingOrBrokenSoundIsNoFailure) {
 }
 
 TEST_F(ScreenStatesTest, ResetMovesTheCategoriesToTheTopAndSelectsTheFavourites) {
-    for (int i = 0; i < 100; ++i) Book.Numbers("CATEGORY " + std::to_string(i)) = " 1 ";
+    for (int i = 0; i < 100; ++i)
+        Book.Numbers("CATEGORY " + std::to_string(i)) = " 1 ";
     ASSERT_TRUE(Start());
     Focus(1);
     Key(Qt::Key_End);

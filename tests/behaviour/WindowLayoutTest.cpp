@@ -15,7 +15,8 @@ class WindowLayoutTest : public MainWindowFixture {
         Book.AddManyStock(100);
         Book.Numbers("MY FAVORITES") = NumbersFrom(1, 100);
         Book.Numbers("ALL RECIPES WITH PICTURES") = " 1 ";
-        for (int i = 0; i < 60; ++i) Book.Numbers("CATEGORY " + std::to_string(i)) = " 1 ";
+        for (int i = 0; i < 60; ++i)
+            Book.Numbers("CATEGORY " + std::to_string(i)) = " 1 ";
     }
 
     MainControls& Ui() { return Main().ui; }

@@ -1,8 +1,8 @@
 #include "platform/Window.h"
 
 #include <QTextEdit>
-#include <QWindow>
 #include <QTimer>
+#include <QWindow>
 
 #include "ShownWindow.h"
 #include "platform/Application.h"
@@ -103,10 +103,12 @@ TEST_F(AWindow, NamedKeysHaveTheirCodes) {
     Show();
     NoteKeys();
     const std::vector<std::pair<Qt::Key, int>> named = {
-        {Qt::Key_PageUp, key::PageUp},   {Qt::Key_PageDown, key::PageDown}, {Qt::Key_End, key::End},
-        {Qt::Key_Home, key::Home},       {Qt::Key_Left, key::Left},         {Qt::Key_Up, key::Up},
-        {Qt::Key_Right, key::Right},     {Qt::Key_Down, key::Down},         {Qt::Key_Enter, key::Enter},
-        {Qt::Key_Escape, key::Escape},   {Qt::Key_Delete, key::Delete}};
+        {Qt::Key_PageUp, key::PageUp}, {Qt::Key_PageDown, key::PageDown},
+        {Qt::Key_End, key::End},       {Qt::Key_Home, key::Home},
+        {Qt::Key_Left, key::Left},     {Qt::Key_Up, key::Up},
+        {Qt::Key_Right, key::Right},   {Qt::Key_Down, key::Down},
+        {Qt::Key_Enter, key::Enter},   {Qt::Key_Escape, key::Escape},
+        {Qt::Key_Delete, key::Delete}};
     for (const auto& [native, code] : named) {
         keys.clear();
         QTest::keyClick(window.Native(), native);

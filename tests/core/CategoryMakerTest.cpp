@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "support/SearchScene.h"
 #include "platform/Failure.h"
+#include "support/SearchScene.h"
 
 namespace larder {
 namespace {

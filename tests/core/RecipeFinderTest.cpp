@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "support/SearchScene.h"
 #include "store/FileNumbers.h"
+#include "support/SearchScene.h"
 
 namespace larder {
 namespace {
@@ -18,7 +18,8 @@ class RecipeFinderTest : public testing::Test {
   protected:
     void SetUp() override {
         std::vector<std::string> stock;
-        for (int i = 1; i <= 20; ++i) stock.push_back("Stock " + std::to_string(i));
+        for (int i = 1; i <= 20; ++i)
+            stock.push_back("Stock " + std::to_string(i));
         scene.Write(stock, {"My Salmon and Dill", "Salmons", "", "Dill, salmon"});
         scene.WriteIndex({{"butter", "15"},
                           {"cod", "5 15"},

@@ -14,8 +14,7 @@ namespace {
 class WordIndexBuilderTest : public testing::Test {
   protected:
     void Write() const {
-        builder.Write(data.Folder.Native("Data/Search.ydb"),
-                      data.Folder.Native("Data/Search.ind"));
+        builder.Write(data.Folder.Native("Data/Search.ydb"), data.Folder.Native("Data/Search.ind"));
     }
     std::string Written() const {
         Write();

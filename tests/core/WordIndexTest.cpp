@@ -27,8 +27,7 @@ class WordIndexTest : public testing::Test {
         return Ignoring([&] { LookUp(word); });
     }
     bool AnyFileOpen() const {
-        return data.Files.IsOpen(filenumber::SearchYDB) ||
-               data.Files.IsOpen(filenumber::SearchIND);
+        return data.Files.IsOpen(filenumber::SearchYDB) || data.Files.IsOpen(filenumber::SearchIND);
     }
 
     test::DataFolder data;
@@ -90,7 +89,8 @@ TEST_F(WordIndexTest, BothFilesAreClosedAfterwards) {
 
 TEST_F(WordIndexTest, ReadingStopsAtTheFirstWordThatIsNotBelow) {
     std::string many = "aal\r\n1\r\ncod\r\n2\r\n";
-    for (int i = 0; i < 100000; ++i) many += "x" + std::to_string(i) + "\r\n1\r\n";
+    for (int i = 0; i < 100000; ++i)
+        many += "x" + std::to_string(i) + "\r\n1\r\n";
     Write(many, 4 * 30000);
     std::uint64_t bytes = 0;
     data.Files.Watch([&](const NumberedFiles::Access& access) {
@@ -203,7 +203,8 @@ TEST_F(WordIndexTest, AFileOfOneLineWithoutAnEndIsAFailureAtMost) {
 }
 
 TEST(StopWords, SixWordsAreStopWords) {
-    for (const char* word : {"and", "or", "a", "the", "of", "for"}) EXPECT_TRUE(IsStopWord(word));
+    for (const char* word : {"and", "or", "a", "the", "of", "for"})
+        EXPECT_TRUE(IsStopWord(word));
     for (const char* word : {"not", "in", "with", "fo", "an", "salmon"}) {
         EXPECT_FALSE(IsStopWord(word));
     }

@@ -32,10 +32,10 @@ namespace {
 namespace fs = std::filesystem;
 using namespace larder;
 
-constexpr std::array FileNames = {"Recipes Index.ind",        "Recipes.ydb",
-                                  "Custom Recipes Index.ind", "Custom Recipes.ydb",
-                                  "CategyD Index.ind",        "CategyD.ydb",
-                                  "Categories.ctg"};
+constexpr std::array FileNames = {
+    "Recipes Index.ind",  "Recipes.ydb",       "Custom Recipes Index.ind",
+    "Custom Recipes.ydb", "CategyD Index.ind", "CategyD.ydb",
+    "Categories.ctg"};
 constexpr std::string_view Cut = "\xA7\xA7";
 
 // How many records of a folder are read, from the front: the cost of a run stays small.
@@ -65,7 +65,8 @@ class Folder {
     std::string Root() const { return root_.string(); }
 
     void Fill(std::string_view input) const {
-        for (const char* name : FileNames) fs::remove(root_ / "Data" / name);
+        for (const char* name : FileNames)
+            fs::remove(root_ / "Data" / name);
         for (const char* name : FileNames) {
             const std::size_t end = input.find(Cut);
             std::ofstream(root_ / "Data" / name, std::ios::binary) << input.substr(0, end);

@@ -47,9 +47,7 @@ class DataBuilderTest : public testing::Test {
     void Build(const std::string& out = "out") const {
         DataBuilder(sources.Source(), sources.Out(out)).Build();
     }
-    std::string Built(const std::string& file) const {
-        return sources.Folder.Read("out/" + file);
-    }
+    std::string Built(const std::string& file) const { return sources.Folder.Read("out/" + file); }
     // What the maintainer is told when he builds.
     std::string Mistake() const {
         try {
@@ -141,9 +139,8 @@ TEST_F(DataBuilderTest, NothingElseIsLeftBehind) {
     EXPECT_EQ(names, (std::set<std::string>{
                          "Click.wav", "Data", "Data/Categories.ctg", "Data/Category Names.txt",
                          "Data/CategyD Index.ind", "Data/CategyD.ydb", "Data/Food Photos",
-                         "Data/Food Photos/2.jpg", "Data/RecipeView.jpg",
-                         "Data/Recipes Index.ind", "Data/Recipes.ydb", "Data/Search.ind",
-                         "Data/Search.ydb"}));
+                         "Data/Food Photos/2.jpg", "Data/RecipeView.jpg", "Data/Recipes Index.ind",
+                         "Data/Recipes.ydb", "Data/Search.ind", "Data/Search.ydb"}));
 }
 
 TEST_F(DataBuilderTest, TheCountsAreThoseOfTheSources) {

@@ -26,7 +26,8 @@ class LarderDataTest : public testing::Test {
         const std::string out = sources.Folder.Native("stdout");
         const std::string err = sources.Folder.Native("stderr");
         const int status = std::system((before + " '" LARDER_DATA "' " + arguments + " >'" + out +
-                                        "' 2>'" + err + "' </dev/null").c_str());
+                                        "' 2>'" + err + "' </dev/null")
+                                           .c_str());
         EXPECT_TRUE(WIFEXITED(status)) << status;
         return {WEXITSTATUS(status), sources.Folder.Read("stdout"), sources.Folder.Read("stderr")};
     }
@@ -151,8 +152,9 @@ TEST_F(LarderDataTest, TextOfAFolderIsToldWithStatus1) {
 
 TEST_F(LarderDataTest, TextToAFullDeviceIsAFailure) {
     sources.Folder.Write("document.rtf", "{\\rtf1 Salmon}");
-    const int status = std::system(("'" LARDER_DATA "' text '" +
-                                    sources.Folder.Native("document.rtf") + "' >/dev/full").c_str());
+    const int status = std::system(
+        ("'" LARDER_DATA "' text '" + sources.Folder.Native("document.rtf") + "' >/dev/full")
+            .c_str());
     EXPECT_EQ(WEXITSTATUS(status), 1);
 }
 

@@ -11,9 +11,7 @@ namespace {
 
 class RecipeSourceTest : public testing::Test {
   protected:
-    std::vector<SourceText> Read() const {
-        return ReadSources(folder.Native("recipes"), "#");
-    }
+    std::vector<SourceText> Read() const { return ReadSources(folder.Native("recipes"), "#"); }
     SourceText ReadOne(const std::string& text) const {
         folder.Write("recipes/1-a.txt", text);
         return Read().at(0);

@@ -59,8 +59,7 @@ TEST(SourceComposer, ServingsAndTimeStandInALineBelowTheTitle) {
     SourceText source = Source(1, "Crab", {"Boil."});
     source.Serves = "4";
     source.Time = "35 minutes";
-    EXPECT_EQ(RtfToPlainUtf8(ComposeRecipes({source})),
-              "#1 Crab\nServes 4 · 35 minutes\nBoil.\n");
+    EXPECT_EQ(RtfToPlainUtf8(ComposeRecipes({source})), "#1 Crab\nServes 4 · 35 minutes\nBoil.\n");
     source.Serves.clear();
     EXPECT_EQ(RtfToPlainUtf8(ComposeRecipes({source})), "#1 Crab\n35 minutes\nBoil.\n");
 }

@@ -80,7 +80,8 @@ TEST_F(StockIndexerTest, TheCategoriesAreSearchesForTheirNames) {
 
 TEST_F(StockIndexerTest, TooManyWordsAreAnErrorThatWritesNothing) {
     std::string body;
-    for (int i = 0; i < 32767; ++i) body += "w" + std::to_string(i) + " ";
+    for (int i = 0; i < 32767; ++i)
+        body += "w" + std::to_string(i) + " ";
     WriteStock({{"Cod", body}});
     EXPECT_THROW(Index(), std::length_error);
     EXPECT_FALSE(data.Folder.Exists("Data/Search.ydb"));

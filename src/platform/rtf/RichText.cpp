@@ -43,6 +43,22 @@ char LatinOf(char16_t unit) {
                                          : ByteOf(unit).value_or('?'));
 }
 
+// How many of the units from `at` on are ASCII. Looks at a block of them in one go, since nearly
+// all are, and whole collections of recipes are read for a search.
+std::size_t PlainStretch(std::u16string_view units, std::size_t at) {
+    constexpr std::size_t kBlock = 16;
+    const std::size_t start = at;
+    for (; at + kBlock <= units.size(); at += kBlock) {
+        unsigned seen = 0;
+        for (std::size_t i = 0; i < kBlock; ++i)
+            seen |= units[at + i];
+        if (seen >= 0x80) break;
+    }
+    while (at < units.size() && units[at] < 0x80)
+        ++at;
+    return at - start;
+}
+
 }  // namespace
 
 std::size_t RichText::CharHash::operator()(const CharFormat& f) const {
@@ -186,16 +202,19 @@ void RichText::AppendBreak(BreakKind kind, FormatIndex format) {
 }
 
 std::string RichText::Text() const {
-    std::string text;
-    text.reserve(Length());
-    for (const char16_t unit : units_) {
-        if (unit == kBreakUnit) {
-            text += "\r\n";
-        } else if (unit == kPictureUnit) {
-            text += ' ';
-        } else {
-            text += LatinOf(unit);
-        }
+    std::string text(Length(), '\0');
+    char* out = text.data();
+    std::size_t at = 0;
+    while (at < units_.size()) {
+        const std::size_t plain = PlainStretch(units_, at);
+        std::transform(units_.data() + at, units_.data() + at + plain, out,
+                       [](char16_t unit) { return static_cast<char>(unit); });
+        out += plain;
+        at += plain;
+        if (at == units_.size()) break;
+        const char16_t unit = units_[at++];
+        if (unit == kBreakUnit) *out++ = '\r';
+        *out++ = unit == kBreakUnit ? '\n' : unit == kPictureUnit ? ' ' : LatinOf(unit);
     }
     return text;
 }

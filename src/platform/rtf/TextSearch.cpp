@@ -51,6 +51,59 @@ bool StandsAlone(std::string_view text, std::size_t from, std::size_t to) {
            (to == text.size() || !IsLetterOrDigit(text[to]));
 }
 
+// Tells where a text cannot be found by its first two characters, a block of places in one go.
+class BeginningFilter {
+  public:
+    BeginningFilter(std::string_view what, const Table& fold)
+        : first_(FormsOf(what[0], fold)),
+          second_(FormsOf(what[1 % what.size()], fold)),
+          gap_(what.size() > 1 ? 1 : 0) {}
+
+    // The first block from `at` on that may hold the text, or `behind`.
+    std::size_t PassOver(std::string_view text, std::size_t at, std::size_t behind) const {
+        constexpr std::size_t kBlock = 16;
+        for (; at + kBlock <= behind; at += kBlock) {
+            unsigned char hits = 0;
+            for (std::size_t i = 0; i < kBlock; ++i) {
+                const char a = text[at + i];
+                const char b = text[at + i + gap_];
+                const bool first = (a == first_[0]) | (a == first_[1]);
+                const bool second = (b == second_[0]) | (b == second_[1]);
+                hits |= static_cast<unsigned char>(first & second);
+            }
+            if (hits != 0) return at + FirstHit(text, at);
+        }
+        return at;
+    }
+
+  private:
+    using Forms = std::array<char, 2>;
+
+    // A letter and its other case; the code page has no third form of any.
+    static Forms FormsOf(char c, const Table& fold) {
+        Forms forms{c, c};
+        const unsigned char folded = fold[static_cast<unsigned char>(c)];
+        for (std::size_t other = 0; other < fold.size(); ++other) {
+            if (fold[other] == folded && static_cast<char>(other) != c) {
+                forms[1] = static_cast<char>(other);
+            }
+        }
+        return forms;
+    }
+
+    std::size_t FirstHit(std::string_view text, std::size_t at) const {
+        std::size_t i = 0;
+        const auto is = [](char c, const Forms& forms) { return c == forms[0] || c == forms[1]; };
+        while (!is(text[at + i], first_) || !is(text[at + i + gap_], second_))
+            ++i;
+        return i;
+    }
+
+    Forms first_;
+    Forms second_;
+    std::size_t gap_;
+};
+
 }  // namespace
 
 std::ptrdiff_t FindInText(std::string_view text, std::string_view what, std::size_t from,
@@ -61,8 +114,11 @@ std::ptrdiff_t FindInText(std::string_view text, std::string_view what, std::siz
     const auto same = [&fold](char a, char b) {
         return fold[static_cast<unsigned char>(a)] == fold[static_cast<unsigned char>(b)];
     };
-    for (std::size_t at = from; at + what.size() <= to; ++at) {
-        if (!same(text[at], what[0])) continue;
+    const BeginningFilter filter(what, fold);
+    const std::size_t behind = to - what.size() + 1;
+    for (std::size_t at = from; at < behind; ++at) {
+        at = filter.PassOver(text.substr(0, to), at, behind);
+        if (at == behind) break;
         if (!std::equal(what.begin(), what.end(), text.data() + at, same)) continue;
         if (options & kFindWholeWord && !StandsAlone(text, at, at + what.size())) continue;
         return static_cast<std::ptrdiff_t>(at);

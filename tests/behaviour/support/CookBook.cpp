@@ -20,12 +20,8 @@ std::string Rtf(const std::string& title, const std::string& body) {
 }  // namespace
 
 CookBook::CookBook() {
-    Categories = {{"MY FAVORITES", " "},
-                  {"BUYING AND PREPARATION TIPS", ""},
-                  {"VIDEO", ""},
-                  {"KNOTS", ""},
-                  {"ALL RECIPES WITH PICTURES", " "},
-                  {"ALL RECIPES", "*"}};
+    Categories = {{"MY FAVORITES", " "}, {"BUYING AND PREPARATION TIPS", ""}, {"VIDEO", ""},
+                  {"KNOTS", ""},         {"ALL RECIPES WITH PICTURES", " "},  {"ALL RECIPES", "*"}};
     descriptions_.AddDescription("COD", Rtf("COD", "A fish of cold waters."));
 }
 
@@ -43,7 +39,8 @@ int CookBook::AddOwn(const std::string& title, const std::string& body) {
 }
 
 void CookBook::AddManyStock(int count) {
-    for (int i = 0; i < count; ++i) AddStock("Stock recipe " + std::to_string(StockCount() + 1));
+    for (int i = 0; i < count; ++i)
+        AddStock("Stock recipe " + std::to_string(StockCount() + 1));
 }
 
 void CookBook::AddManyOwn(int count) {
@@ -61,7 +58,8 @@ std::string& CookBook::Numbers(const std::string& category) {
 
 std::string CookBook::CategoryFile() const {
     std::string text = " " + std::to_string(StockCount() + OwnCount()) + " \r\n";
-    for (const Category& each : Categories) text += each.first + "\r\n" + each.second + "\r\n";
+    for (const Category& each : Categories)
+        text += each.first + "\r\n" + each.second + "\r\n";
     return text;
 }
 
@@ -82,7 +80,8 @@ void CookBook::WriteTo(const TempFolder& folder) const {
 
 std::string NumbersFrom(int first, int last) {
     std::string numbers = " ";
-    for (int i = first; i <= last; ++i) numbers += std::to_string(i) + " ";
+    for (int i = first; i <= last; ++i)
+        numbers += std::to_string(i) + " ";
     return numbers;
 }
 

@@ -17,7 +17,9 @@ Application* MainWindowFixture::application = nullptr;
 
 MainWindowFixture::MainWindowFixture() : events_(std::make_unique<QObject>()) {}
 
-MainWindowFixture::~MainWindowFixture() { Close(); }
+MainWindowFixture::~MainWindowFixture() {
+    Close();
+}
 
 bool MainWindowFixture::Start(const std::string& commandLine) {
     Book.WriteTo(Folder);
@@ -41,7 +43,9 @@ void MainWindowFixture::Close() {
     application->StartAgain(Folder.Native(), "");  // a window that was closed has called Quit
 }
 
-ListView& MainWindowFixture::List(int index) { return main_->ui.lvwX(index); }
+ListView& MainWindowFixture::List(int index) {
+    return main_->ui.lvwX(index);
+}
 
 int MainWindowFixture::Fit(int index) {
     return main_->LinesInList[static_cast<std::size_t>(index - 1)];
@@ -103,7 +107,9 @@ void MainWindowFixture::Wheel(int list, int notches) {
     QApplication::sendEvent(pressed, &event);
 }
 
-void MainWindowFixture::Focus(int list) { List(list).SetFocus(); }
+void MainWindowFixture::Focus(int list) {
+    List(list).SetFocus();
+}
 
 std::string MainWindowFixture::FocusedName() {
     const QWidget* focus = main_->ui.window.Native()->focusWidget();
@@ -125,8 +131,7 @@ void MainWindowFixture::WhenMenuPopsUp(std::function<void(QMenu&)> act) {
 std::vector<std::string> MainWindowFixture::Captions(const QMenu& menu) {
     std::vector<std::string> captions;
     for (const QAction* action : menu.actions()) {
-        captions.push_back(action->isSeparator() ? "-"
-                                                 : action->text().remove('&').toStdString());
+        captions.push_back(action->isSeparator() ? "-" : action->text().remove('&').toStdString());
     }
     return captions;
 }
@@ -187,7 +192,8 @@ void MainWindowFixture::ClickCategory(const std::string& name) {
 
 std::vector<int> Range(int first, int last) {
     std::vector<int> numbers;
-    for (int i = first; i <= last; ++i) numbers.push_back(i);
+    for (int i = first; i <= last; ++i)
+        numbers.push_back(i);
     return numbers;
 }
 

@@ -10,9 +10,9 @@ namespace larder::test {
 // only when the window has been laid out once:
 //   "SHORT" two recipes less than fit, "EXACT" as many as fit, "ONE MORE", "LONG" three windows and
 //   one more, each from recipe 1 on; "NONE" has no recipe, "ONE" has recipe 5.
-// There are 200 stock recipes (none deleted), and own ones from 201 to 206, of which 203 is deleted.
-// Recipes 2 and 4 have a picture. Behind these come so many more categories that the list of
-// categories has two windows and three entries.
+// There are 200 stock recipes (none deleted), and own ones from 201 to 206, of which 203 is
+// deleted. Recipes 2 and 4 have a picture. Behind these come so many more categories that the list
+// of categories has two windows and three entries.
 class MeasuredLists : public MainWindowFixture {
   protected:
     void SetUp() override {

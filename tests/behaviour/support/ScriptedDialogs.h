@@ -24,7 +24,8 @@ class ScriptedDialogs : public Dialogs {
     std::vector<Box> Shown;
 
     // The answer to the next box, and what the user does before he gives it.
-    void Then(Answer answer, std::function<void()> before = [] {}) {
+    void Then(
+        Answer answer, std::function<void()> before = [] {}) {
         script_.emplace_back(answer, std::move(before));
     }
 
@@ -41,9 +42,12 @@ class ScriptedDialogs : public Dialogs {
   private:
     static Answer WithoutChoice(Buttons buttons) {
         switch (buttons) {
-            case Buttons::Ok: return Answer::Ok;
-            case Buttons::YesNo: return Answer::No;
-            default: return Answer::Cancel;
+            case Buttons::Ok:
+                return Answer::Ok;
+            case Buttons::YesNo:
+                return Answer::No;
+            default:
+                return Answer::Cancel;
         }
     }
     std::deque<std::pair<Answer, std::function<void()>>> script_;

@@ -42,11 +42,14 @@ class SearchBook : public MainWindowFixture {
         Folder.MakeFolder("Data");
         Folder.Rename("Search.ydb", "Data/Search.ydb");
         Folder.Rename("Search.ind", "Data/Search.ind");
+        Folder.MakeFolder("Data/Food Photos");
         return Start();
     }
 
     frmSearch& Dialog() { return Main().search.Dialog(); }
     void OpenDialog() {
+        Main().ui.window.BringToFront();
+        ASSERT_TRUE(WaitUntil([&] { return Main().ui.window.Native()->isActiveWindow(); }));
         Key(Qt::Key_F, Qt::ControlModifier);
         ASSERT_TRUE(WaitUntil([&] { return Dialog().window.Native()->isActiveWindow(); }));
     }
@@ -66,7 +69,10 @@ class SearchBook : public MainWindowFixture {
     }
     // Instead of what the box holds.
     void TypeAnew(const std::string& text) {
-        (Dialog().rtbSearch1.Visible() ? Dialog().rtbSearch1 : Dialog().rtbSearch2).SetText("");
+        RichTextBox& box =
+            Dialog().rtbSearch1.Visible() ? Dialog().rtbSearch1 : Dialog().rtbSearch2;
+        box.SetText("");
+        box.SetFocus();
         Type(text);
     }
     void FindWords(const std::string& words) {
