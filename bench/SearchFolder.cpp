@@ -13,15 +13,15 @@ namespace larder::bench {
 
 namespace {
 
-constexpr double CommonShare = 0.5;   // of the recipes that hold the most common words
+constexpr double CommonShare = 0.5;    // of the recipes that hold the most common words
 constexpr double WordsARecipe = 20.8;  // with the shares below: 150 different ones
 
 // A word that can be spoken, another one for every number below 27,000.
 std::string Name(std::uint32_t number) {
     static constexpr const char* syllables[] = {
-        "ba", "cod", "da", "el", "fi", "gar", "ha", "is", "ju", "ko", "lem", "ma", "no", "os",
-        "pe", "qua", "ri", "sal", "ti", "un", "ve", "wa", "xi", "yo", "zan", "bre", "cla", "dor",
-        "fle", "gru"};
+        "ba",  "cod", "da", "el", "fi",  "gar", "ha",  "is",  "ju",  "ko",
+        "lem", "ma",  "no", "os", "pe",  "qua", "ri",  "sal", "ti",  "un",
+        "ve",  "wa",  "xi", "yo", "zan", "bre", "cla", "dor", "fle", "gru"};
     // Common words come from all over the alphabet.
     std::uint32_t mixed = number * 7919U % 27000U;
     std::string name;
@@ -32,7 +32,9 @@ std::string Name(std::uint32_t number) {
     return name;
 }
 
-double ShareOf(int word) { return std::min(CommonShare, WordsARecipe / (word + 20)); }
+double ShareOf(int word) {
+    return std::min(CommonShare, WordsARecipe / (word + 20));
+}
 
 }  // namespace
 
@@ -55,8 +57,7 @@ void SearchFolder::DrawWords() {
         // The gap to the next recipe that holds the word.
         const auto gap = [&] { return static_cast<int>(std::log(1 - chance(random)) / step); };
         for (int recipe = gap(); recipe < Recipes; recipe += 1 + gap()) {
-            wordsOf_[static_cast<std::size_t>(recipe)].push_back(
-                static_cast<std::uint16_t>(word));
+            wordsOf_[static_cast<std::size_t>(recipe)].push_back(static_cast<std::uint16_t>(word));
             ++recipesWith_[static_cast<std::size_t>(word)];
         }
     }
@@ -76,7 +77,8 @@ void SearchFolder::WriteStock() const {
     std::ofstream index(Data / "Recipes Index.ind", std::ios::binary);
     std::uint32_t position = 1;
     for (int recipe = 1; recipe <= Recipes; ++recipe) {
-        for (int i = 0; i < 4; ++i) index.put(static_cast<char>((position >> (8 * i)) & 0xFF));
+        for (int i = 0; i < 4; ++i)
+            index.put(static_cast<char>((position >> (8 * i)) & 0xFF));
         std::string body = "{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0 Times New Roman;}}\\fs24 ";
         for (const char c : Text(recipe)) {
             if (c == '\r') {

@@ -38,6 +38,18 @@ void ScreenStates::NormRecipeButton() {
     main.ui.ibRecipeButton.SetToolTipText("Click to see recipe");
 }
 
+void ScreenStates::ShowFamilyControls(bool booShow) {
+    MainControls& ui = main.ui;
+    const int p = intFamilyFirst - intFamilyIndex;
+    const bool shown = booShow && intFamilyCount > 1;
+    if (shown) {
+        ui.lblFamily.SetCaption(std::to_string(p) + " of " + std::to_string(intFamilyCount));
+    }
+    ui.lblFamily.SetVisible(shown);
+    ui.ibELeft.SetVisible(shown && p != 1);
+    ui.ibERight.SetVisible(shown && p != intFamilyCount);
+}
+
 void ScreenStates::HideAll(bool booHide) {
     if (!booHide) {
         for (Control* control : controlsHidden)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,13 @@ class ScreenStates {
     void NormPhotoButton();
     void DimRecipeButton();
     void NormRecipeButton();
+
+    // The fish of one family in the description view: which of how many is on show, and the
+    // arrows to the others. Hidden for a family of one, and when booShow is false.
+    void ShowFamilyControls(bool booShow);
+    std::int16_t intFamilyFirst = 0;
+    std::int16_t intFamilyCount = 0;
+    std::int16_t intFamilyIndex = 0;
 
     // Takes all controls off the screen, and puts back what was visible. Hiding twice changes
     // nothing.

@@ -19,9 +19,10 @@ namespace larder {
 
 namespace {
 
-// A title fits into the first block; the blocks of a walk double up to the last.
+// A title fits into the first block; the blocks of a walk grow up to the last.
 constexpr std::size_t firstBlock = 512;
 constexpr std::size_t lastBlock = 256 * 1024;
+constexpr std::size_t blockGrowth = 8;
 constexpr std::int64_t recordBytes = 4;
 constexpr std::int64_t farthest = std::numeric_limits<std::int64_t>::max() - recordBytes;
 
@@ -206,7 +207,7 @@ void NumberedFiles::FillBlock(Slot& slot) const {
     slot.BlockUsed = 0;
     slot.BlockWrites = writes_;
     slot.Block.resize(slot.File.Read(slot.Offset, slot.Block.data(), slot.NextBlock));
-    slot.NextBlock = std::min(slot.NextBlock * 2, lastBlock);
+    slot.NextBlock = std::min(slot.NextBlock * blockGrowth, lastBlock);
 }
 
 // Behind a CR: the LF that belongs to it, if there is one.

@@ -11,8 +11,8 @@ void MakeCategoriesFile(NumberedFiles& files, const DataPaths& paths, const Reci
     const int categories = files.FreeNumber();
     files.Open(categories, paths.strCategoriesFile, FileMode::Output);
     files.WriteNumberLine(categories, store.TotalRecipes());
-    for (const char* line : {"MY FAVORITES", " ", "BUYING AND PREPARATION TIPS", "",
-                             "ALL RECIPES", "*"}) {
+    for (const char* line :
+         {"MY FAVORITES", " ", "BUYING AND PREPARATION TIPS", "", "ALL RECIPES", "*"}) {
         files.WriteLine(categories, line);
     }
     while (!files.AtEnd(names)) {

@@ -42,8 +42,7 @@ std::int32_t PlainNumber(std::string_view text) {
 class Term {
   public:
     // Numbers above `last` are those of no recipe and not kept.
-    Term(const std::string& text, std::int32_t last)
-        : plain_(static_cast<std::size_t>(last) + 1) {
+    Term(const std::string& text, std::int32_t last) : plain_(static_cast<std::size_t>(last) + 1) {
         std::size_t from = text.find(' ');
         while (from < text.size()) {
             const std::size_t to = text.find(' ', from + 1);
@@ -91,7 +90,8 @@ void RecipeFinder::FindRecipes(std::string& strWhat) {
         colList.push_back(parts.strStock);
     }
     ReplaceDelimiters(strWhat);
-    for (std::string& term : LookUpWords(strWhat)) colList.push_back(std::move(term));
+    for (std::string& term : LookUpWords(strWhat))
+        colList.push_back(std::move(term));
     if (colList.empty()) return surroundings_.ShowResult(false, false);
 
     list_.ClearAll();
@@ -150,8 +150,8 @@ bool RecipeFinder::AddMatches(const std::vector<std::string>& colList, std::stri
     while (start <= static_cast<std::int32_t>(shortest->size())) {
         const std::string number = YStrings::TokenFrom(*shortest, start, " ");
         if (number.empty()) break;
-        const bool match = std::ranges::all_of(
-            others, [&](const Term& term) { return term.Holds(number); });
+        const bool match =
+            std::ranges::all_of(others, [&](const Term& term) { return term.Holds(number); });
         Ignoring([&] {
             if (match && AddFound(ToLong(number))) strFound += " " + number + " ";
         });
@@ -183,8 +183,8 @@ std::string RecipeFinder::FindInCustomRecipes(const std::string& strWhat,
                                       : std::string();
         return token.empty() ? -1 : ToLong(token);
     };
-    for (std::int32_t number = nextNumber();
-         number != -1 && number <= store_.TotalNumRecords; number = nextNumber()) {
+    for (std::int32_t number = nextNumber(); number != -1 && number <= store_.TotalNumRecords;
+         number = nextNumber()) {
         Ignoring([&] {
             if (MatchesAllWords(number, words) && AddFound(number)) {
                 result += std::to_string(number) + " ";

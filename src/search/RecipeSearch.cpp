@@ -1,5 +1,6 @@
 #include "search/RecipeSearch.h"
 
+#include <bit>
 #include <limits>
 
 #include "app/frmMain.h"
@@ -10,8 +11,10 @@ namespace larder {
 
 namespace {
 
-// A look at the event queue costs about as much as a hit, so it is taken once for so many numbers.
-constexpr std::uint32_t NumbersBetweenEvents = 64;
+// A look at the event queue paints what has changed, which costs as much as hundreds of hits. So it
+// is taken at growing distances, the first one early, and in any case after a while.
+constexpr std::uint32_t FirstLook = 64;
+constexpr std::chrono::milliseconds LongestWait{15};
 
 }  // namespace
 
@@ -22,7 +25,9 @@ RecipeSearch::RecipeSearch(frmMain& hub)
 
 RecipeSearch::~RecipeSearch() = default;
 
-void RecipeSearch::ShowDialog() { Dialog().Show(); }
+void RecipeSearch::ShowDialog() {
+    Dialog().Show();
+}
 
 frmSearch& RecipeSearch::Dialog() {
     if (dialog_ == nullptr) dialog_ = std::make_unique<frmSearch>(main);
@@ -40,12 +45,13 @@ void RecipeSearch::NameTheList() {
 
 void RecipeSearch::FindByWords(const std::string& text, bool onlyInList) {
     onlyInList_ = onlyInList;
+    steps_ = 0;
+    lastLook_ = std::chrono::steady_clock::now();
     listIsFavorites_ = main.strLastRecipeCategory == "MY FAVORITES";
     NameTheList();
     main.recipes.DecorateWait(true, "");
     // A narrowing search keeps the earlier words highlighted.
-    main.strLastSearchWords =
-        onlyInList ? text + " " + main.strLastSearchWords : text;
+    main.strLastSearchWords = onlyInList ? text + " " + main.strLastSearchWords : text;
     std::string strWhat = text;
     finder_.FindRecipes(strWhat);
     main.recipes.DecorateWait(false, "");
@@ -61,8 +67,9 @@ void RecipeSearch::FindByNumber(const std::string& text) {
     }
     Ignoring([&] { main.viewer.SetCurrentRecipe(number); });
     if (number < 1 || number > last) {
-        main.dialogs.MessageBox("Recipe number " + text + " does not exist.\r"
-                                "A correct number should be between 1 and " +
+        main.dialogs.MessageBox("Recipe number " + text +
+                                    " does not exist.\r"
+                                    "A correct number should be between 1 and " +
                                     std::to_string(last),
                                 Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation,
                                 "Tidewell Larder");
@@ -71,9 +78,13 @@ void RecipeSearch::FindByNumber(const std::string& text) {
     main.pictureView.ShowCurRecipePicture();
 }
 
-bool RecipeSearch::OnlyInList() const { return onlyInList_ && main.ui.lvwX2.Tag != "*"; }
+bool RecipeSearch::OnlyInList() const {
+    return onlyInList_ && main.ui.lvwX2.Tag != "*";
+}
 
-void RecipeSearch::TakeText(const std::string& rtf) { main.ui.rtbT.SetTextRTF(rtf); }
+void RecipeSearch::TakeText(const std::string& rtf) {
+    main.ui.rtbT.SetTextRTF(rtf);
+}
 
 bool RecipeSearch::HoldsWord(const std::string& word) {
     const bool found = main.ui.rtbT.Find(word, -1, -1, RichTextBox::WholeWord) != -1;
@@ -82,7 +93,11 @@ bool RecipeSearch::HoldsWord(const std::string& word) {
 }
 
 void RecipeSearch::LetEventsRun() {
-    if (++steps_ % NumbersBetweenEvents == 0) Application::DoEvents();
+    const auto now = std::chrono::steady_clock::now();
+    const bool early = ++steps_ >= FirstLook && std::has_single_bit(steps_);
+    if (!early && now - lastLook_ < LongestWait) return;
+    lastLook_ = now;
+    Application::DoEvents();
 }
 
 void RecipeSearch::ShowResult(bool searched, bool found) {
@@ -93,6 +108,7 @@ void RecipeSearch::ShowResult(bool searched, bool found) {
     }
     main.recipes.ReportRecipesFound("");
     if (!found) return;
+    main.ui.lvwX2.Refresh();  // before the text of the first recipe is laid out
     Ignoring([this] {
         const ListItem* selected = main.ui.lvwX2.SelectedItem();
         if (selected != nullptr) main.viewer.SetCurrentRecipe(ToLong(selected->Tag));

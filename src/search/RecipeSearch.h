@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -46,8 +47,9 @@ class RecipeSearch final : private FindSurroundings {
     RecipeFinder finder_;
     std::unique_ptr<frmSearch> dialog_;
     bool onlyInList_ = false;
-    bool listIsFavorites_ = false;  // when Find was pressed
-    std::uint32_t steps_ = 0;
+    bool listIsFavorites_ = false;                    // when Find was pressed
+    std::uint32_t steps_ = 0;                         // numbers looked at by this search
+    std::chrono::steady_clock::time_point lastLook_;  // at the event queue
 };
 
 }  // namespace larder

@@ -11,8 +11,7 @@ bool IsStopWord(const std::string& word) {
     return strStopWords.find(" " + word + " ") != std::string::npos;
 }
 
-WordIndex::WordIndex(NumberedFiles& files, const DataPaths& paths)
-    : files_(files), paths_(paths) {}
+WordIndex::WordIndex(NumberedFiles& files, const DataPaths& paths) : files_(files), paths_(paths) {}
 
 std::int16_t WordIndex::OpenAndCount() {
     files_.Open(filenumber::SearchYDB, paths_.strSearchYDBFileName, FileMode::Input);

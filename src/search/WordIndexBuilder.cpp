@@ -26,8 +26,7 @@ void WordIndexBuilder::Write(const std::filesystem::path& ydb,
                              const std::filesystem::path& ind) const {
     if (words_.size() > MaxWords) {
         throw std::length_error("the word index holds at most " + std::to_string(MaxWords) +
-                                " words, and these recipes have " +
-                                std::to_string(words_.size()));
+                                " words, and these recipes have " + std::to_string(words_.size()));
     }
     std::ofstream text(ydb, std::ios::binary);
     std::ofstream index(ind, std::ios::binary);

@@ -36,7 +36,8 @@ frmSearch::frmSearch(frmMain& hub) : window("frmSearch", &hub.ui.window), main(h
     PlaceControls();
     DressControls();
     Connect();
-    for (RichTextBox* box : {&rtbSearch1, &rtbSearch2}) box->SetTransparent(true);
+    for (RichTextBox* box : {&rtbSearch1, &rtbSearch2})
+        box->SetTransparent(true);
     rtbSearch1.SetSelAlignment(RichTextBox::Alignment::Left);
     rtbSearch2.SetSelAlignment(RichTextBox::Alignment::Right);
     WordMode();
@@ -46,19 +47,19 @@ frmSearch::frmSearch(frmMain& hub) : window("frmSearch", &hub.ui.window), main(h
 void frmSearch::PlaceControls() {
     const std::array<Placed, 14> table{{
         {imgGround, Ground, ""},
-        {Line1, Pixels(30, 118, 420, 2), ""},
-        {Line2, Pixels(30, 186, 420, 2), ""},
-        {linOnly, Pixels(30, 156, 420, 2), ""},
-        {lblPrompt1, Pixels(30, 50, 420, 19), ""},
-        {lblPrompt2, Pixels(30, 50, 420, 19), ""},
-        {rtbSearch1, Pixels(36, 76, 408, 34), "Words"},
-        {rtbSearch2, Pixels(36, 76, 408, 34), "Number"},
-        {chkOnly, Pixels(30, 128, 18, 18), "Only search recipes in the Choices box"},
-        {lblChkBox, Pixels(52, 127, 398, 20), ""},
-        {ibByWord, Pixels(28, 12, 120, 36), "By words"},
-        {ibByNum, Pixels(154, 12, 120, 36), "By number"},
-        {ibFind, Pixels(246, 198, 100, 40), "Find"},
-        {ibCancel, Pixels(352, 198, 100, 40), "Cancel"},
+        {Line1, Pixels(30, 58, 420, 2), ""},
+        {Line2, Pixels(64, 178, 386, 2), ""},
+        {linOnly, Pixels(30, 160, 420, 2), ""},
+        {lblPrompt1, Pixels(30, 63, 420, 20), ""},
+        {lblPrompt2, Pixels(30, 63, 420, 20), ""},
+        {rtbSearch1, Pixels(34, 89, 412, 30), "Words"},
+        {rtbSearch2, Pixels(34, 89, 412, 30), "Number"},
+        {chkOnly, Pixels(30, 133, 18, 18), "Only search recipes in the Choices box"},
+        {lblChkBox, Pixels(52, 132, 398, 20), ""},
+        {ibByWord, Pixels(28, 20, 113, 34), "By words"},
+        {ibByNum, Pixels(147, 20, 113, 34), "By number"},
+        {ibFind, Pixels(246, 196, 100, 40), "Find"},
+        {ibCancel, Pixels(352, 196, 100, 40), "Cancel"},
     }};
     for (const Placed& row : table) {
         row.control.Move(row.place);
@@ -68,7 +69,8 @@ void frmSearch::PlaceControls() {
 
 void frmSearch::DressControls() {
     imgGround.SetPicture(Picture::FromArt("find-dialog"));
-    for (Image* rule : {&Line1, &Line2, &linOnly}) rule->SetPicture(Picture::FromArt("rule"));
+    for (Image* rule : {&Line1, &Line2, &linOnly})
+        rule->SetPicture(Picture::FromArt("rule"));
     lblPrompt1.SetCaption("Enter the words that you are looking for:");
     lblPrompt2.SetCaption("Enter the number of the recipe:");
     chkOnly.SetCaption("&Only search recipes in the Choices box");
@@ -124,23 +126,36 @@ void frmSearch::KeyDown(int& KeyCode, int Shift) {
 
 bool frmSearch::Act(int KeyCode, int Shift) {
     switch (KeyCode) {
-        case key::Enter: cmdFind_ClickX(); return true;
-        case key::Escape: CloseDialog(); return true;
-        case key::Tab: return LeaveBox((Shift & shift::Shift) != 0);
-        default: return false;
+        case key::Enter:
+            cmdFind_ClickX();
+            return true;
+        case key::Escape:
+            CloseDialog();
+            return true;
+        case key::Tab:
+            return LeaveBox((Shift & shift::Shift) != 0);
+        default:
+            return false;
     }
 }
 
 bool frmSearch::ActWithAlt(int KeyCode) {
     switch (KeyCode) {
-        case key::W: WordMode(); return true;
-        case key::N: NumberMode(); return true;
-        case key::F: ibFind.OnClick(); return true;
+        case key::W:
+            WordMode();
+            return true;
+        case key::N:
+            NumberMode();
+            return true;
+        case key::F:
+            ibFind.OnClick();
+            return true;
         case key::O:
             ToggleOnly();
             Ignoring([this] { chkOnly.SetFocus(); });
             return true;
-        default: return false;
+        default:
+            return false;
     }
 }
 
@@ -157,11 +172,17 @@ bool frmSearch::LeaveBox(bool backward) {
     return true;
 }
 
-void frmSearch::ToggleOnly() { chkOnly.SetValue(chkOnly.Value() == 1 ? 0 : 1); }
+void frmSearch::ToggleOnly() {
+    chkOnly.SetValue(chkOnly.Value() == 1 ? 0 : 1);
+}
 
-void frmSearch::WordMode() { ShowMode(true); }
+void frmSearch::WordMode() {
+    ShowMode(true);
+}
 
-void frmSearch::NumberMode() { ShowMode(false); }
+void frmSearch::NumberMode() {
+    ShowMode(false);
+}
 
 void frmSearch::ShowMode(bool words) {
     ibByWord.SetButtonState(words ? ImageButton::Latched : ImageButton::Up);
@@ -193,7 +214,9 @@ void frmSearch::CenterIt() {
                   MaxOf(MinOf(top, screen.Top + screen.Height - height), screen.Top));
 }
 
-void frmSearch::Show() { window.Show(); }
+void frmSearch::Show() {
+    window.Show();
+}
 
 void frmSearch::CloseDialog() {
     // A growing list is not this dialog's; a search that reads recipes stops at the next one.

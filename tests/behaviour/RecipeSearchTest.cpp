@@ -29,7 +29,8 @@ class Search : public SearchBook {
     std::int32_t ColorOf(const std::string& text, int nth = 1) {
         RichTextBox& box = Main().ui.rtbSee;
         std::size_t place = box.Text().find(text);
-        for (int i = 1; i < nth; ++i) place = box.Text().find(text, place + 1);
+        for (int i = 1; i < nth; ++i)
+            place = box.Text().find(text, place + 1);
         EXPECT_NE(place, std::string::npos) << text;
         box.SetSelStart(static_cast<std::int32_t>(place));
         box.SetSelLength(static_cast<std::int32_t>(text.size()));
@@ -295,11 +296,13 @@ TEST_F(SearchBeforeTheDialog, TheCheckBoxIsOff) {
 class LongSearch : public SearchBook {
   protected:
     static constexpr int Stock = 300;
-    static constexpr int Own = 100;
+    static constexpr int Own = 300;
 
     void SetUp() override {
-        for (int i = 1; i <= Stock; ++i) AddStock("Fish " + std::to_string(i), "Bake it.");
-        for (int i = 1; i <= Own; ++i) Book.AddOwn("Own Fish " + std::to_string(Stock + i), "Fry it.");
+        for (int i = 1; i <= Stock; ++i)
+            AddStock("Fish " + std::to_string(i), "Bake it.");
+        for (int i = 1; i <= Own; ++i)
+            Book.AddOwn("Own Fish " + std::to_string(Stock + i), "Fry it.");
         Book.Numbers("ONE") = " 5 ";
         ASSERT_TRUE(StartWithIndex());
         OpenDialog();
@@ -315,7 +318,7 @@ TEST_F(LongSearch, AResultLongerThanTheScreenShowsItsBeginning) {
     EXPECT_EQ(ShownNumbers(), Range(1, fit));
     EXPECT_EQ(SelectedLine(2), 1);
     EXPECT_EQ(Main().viewer.CurrentRecipe(), 1);
-    EXPECT_EQ(Found(), "400 recipes found ");
+    EXPECT_EQ(Found(), "600 recipes found ");
     EXPECT_EQ(ShownTag(), NumbersFrom(1, Stock + Own));
     EXPECT_EQ(Main().VList[1].CurrentIndex, 1);
 }

@@ -345,5 +345,26 @@ TEST_F(ScreenStatesTest, AFlatButtonTakesThePictureOfItsKey) {
               Ui().ImageList1.Item("ByNamePressed").Shared());
 }
 
+TEST_F(ScreenStatesTest, TheFamilyControlsTellThePlaceAndHideTheArrowsAtTheEnds) {
+    ASSERT_TRUE(Start());
+    ScreenStates& screen = Main().screen;
+    screen.intFamilyFirst = 9;
+    screen.intFamilyCount = 3;
+    const auto shown = [&](int index) {
+        screen.intFamilyIndex = static_cast<std::int16_t>(index);
+        screen.ShowFamilyControls(true);
+        return Ui().lblFamily.Caption() + (Ui().ibELeft.Visible() ? " left" : "") +
+               (Ui().ibERight.Visible() ? " right" : "");
+    };
+    EXPECT_EQ(shown(8), "1 of 3 right");
+    EXPECT_EQ(shown(7), "2 of 3 left right");
+    EXPECT_EQ(shown(6), "3 of 3 left");
+    screen.ShowFamilyControls(false);
+    EXPECT_FALSE(Ui().lblFamily.Visible() || Ui().ibELeft.Visible() || Ui().ibERight.Visible());
+    screen.intFamilyCount = 1;
+    screen.ShowFamilyControls(true);
+    EXPECT_FALSE(Ui().lblFamily.Visible() || Ui().ibELeft.Visible() || Ui().ibERight.Visible());
+}
+
 }  // namespace
 }  // namespace larder::test

@@ -7,8 +7,8 @@
 #include <QMimeData>
 #include <QScreen>
 #include <QTest>
-#include <QWindow>
 #include <QTextEdit>
+#include <QWindow>
 #include <string>
 #include <vector>
 
@@ -30,10 +30,9 @@ class FindDialog : public SearchBook {
         const bool words = it.rtbSearch1.Visible();
         EXPECT_EQ(it.ibByWord.ButtonState(), words ? 1 : 0);
         EXPECT_EQ(it.ibByNum.ButtonState(), words ? 0 : 1);
-        for (Control* control : {static_cast<Control*>(&it.lblPrompt1),
-                                 static_cast<Control*>(&it.chkOnly),
-                                 static_cast<Control*>(&it.lblChkBox),
-                                 static_cast<Control*>(&it.linOnly)}) {
+        for (Control* control :
+             {static_cast<Control*>(&it.lblPrompt1), static_cast<Control*>(&it.chkOnly),
+              static_cast<Control*>(&it.lblChkBox), static_cast<Control*>(&it.linOnly)}) {
             EXPECT_EQ(control->Visible(), words) << control->Name();
         }
         EXPECT_EQ(it.rtbSearch2.Visible(), !words);
@@ -78,7 +77,9 @@ TEST_F(FindDialog, WordsAreWrittenFromTheLeftAndNumbersFromTheRight) {
     EXPECT_EQ(Dialog().rtbSearch2.SelAlignment(), RichTextBox::Alignment::Right);
 }
 
-TEST_F(FindDialog, BeginsWithWords) { EXPECT_TRUE(WordModeShown()); }
+TEST_F(FindDialog, BeginsWithWords) {
+    EXPECT_TRUE(WordModeShown());
+}
 
 TEST_F(FindDialog, AButtonLeadsToEachMode) {
     Click("ibByNum");

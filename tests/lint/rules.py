@@ -20,7 +20,7 @@ LAYERS = {
     "store": CORE,
     "search": CORE,
     "layout": CORE | {"layout"},
-    "browse": CORE | {"browse"},
+    "browse": CORE | {"layout", "browse"},
     "edit": CORE | {"edit"},
     "encyclopedia": CORE | {"encyclopedia"},
     "media": CORE | {"media"},

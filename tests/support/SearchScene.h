@@ -47,7 +47,8 @@ class SearchScene : private GrowingListObserver, private FindSurroundings {
     }
     void WriteIndex(const Index& records) const {
         std::string text;
-        for (const auto& [word, numbers] : records) text += word + "\r\n" + numbers + "\r\n";
+        for (const auto& [word, numbers] : records)
+            text += word + "\r\n" + numbers + "\r\n";
         WriteIndexFiles(text, records.size() * 4);
     }
     void WriteIndexFiles(const std::string& ydb, std::size_t indBytes) const {
@@ -65,8 +66,8 @@ class SearchScene : private GrowingListObserver, private FindSurroundings {
     static Database DatabaseOf(const std::vector<std::string>& titles) {
         Database recipes;
         for (const std::string& title : titles) {
-            recipes.AddRecipe(title, title.empty() ? std::string(10, ' ')
-                                                   : "{\\rtf1 " + title + "\\par}");
+            recipes.AddRecipe(title,
+                              title.empty() ? std::string(10, ' ') : "{\\rtf1 " + title + "\\par}");
         }
         return recipes;
     }
