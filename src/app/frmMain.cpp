@@ -35,8 +35,8 @@ bool frmMain::Load() {
 void frmMain::Unload() {
     if (unloaded_) return;
     unloaded_ = true;
-    intListTicket.Next();  // a fill that is under way ends
-    files.CloseAll();
+    intListTicket.Next();                    // a fill that is under way ends
+    Ignoring([this] { files.CloseAll(); });  // whatever fails, the program ends
     app.Quit(exitStatus_);
 }
 

@@ -66,7 +66,10 @@ void CategoryList::UpdateCategoryFile() {
                                 Dialogs::Icon::Critical, "Tidewell Larder");
         return;
     }
+    // Showing the list takes the focus out of it; the user has done nothing to that end.
+    const bool focused = main.ui.lvwX1.HasFocus();
     main.lists.ShowListItems(1, 0, true);
+    if (focused) main.lists.RestoreLvwFocus(1);
 }
 
 void CategoryList::WriteEntries() {
@@ -76,8 +79,8 @@ void CategoryList::WriteEntries() {
     files.Close(filenumber::Categories);
     files.Open(filenumber::Categories, fresh, FileMode::Output);
     files.WriteNumberLine(filenumber::Categories, main.store.TotalRecipes());
-    const auto count = static_cast<std::int16_t>(MinOf(main.VList[0].Count(), 32767));
-    for (std::int16_t i = 1; i <= count; ++i) {
+    const std::int32_t count = main.VList[0].Count();
+    for (std::int32_t i = 1; i <= count; ++i) {
         const VirtualListItem* entry = main.VList[0].Peek(i);
         files.WriteLine(filenumber::Categories, TrimBlanks(entry->Text));
         files.WriteLine(filenumber::Categories, entry->Tag);

@@ -55,7 +55,7 @@ void CategoryList::SimulateCategoryClick(std::string strKey) {
 void CategoryList::SimulateChoiceClick(const std::string& strKey) {
     if (!strKey.empty()) {
         main.strSelectedKey[1] = "k" + strKey;
-        main.lists.HighlightSelected(2, true);
+        Ignoring([this] { main.lists.HighlightSelected(2, true); });
     }
     ListItem* line = main.ui.lvwX2.SelectedItem();
     if (line != nullptr) Ignoring([&] { main.viewer.RecipeItemClick(*line, true); });
