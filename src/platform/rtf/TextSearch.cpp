@@ -67,8 +67,8 @@ class BeginningFilter {
             for (std::size_t i = 0; i < kBlock; ++i) {
                 const char a = text[at + i];
                 const char b = text[at + i + gap_];
-                const bool first = (a == first_[0]) | (a == first_[1]);
-                const bool second = (b == second_[0]) | (b == second_[1]);
+                const int first = int{a == first_[0]} | int{a == first_[1]};
+                const int second = int{b == second_[0]} | int{b == second_[1]};
                 hits |= static_cast<unsigned char>(first & second);
             }
             if (hits != 0) return at + FirstHit(text, at);
