@@ -13,6 +13,15 @@ namespace {
 // The line that closes a description, and every record of a text that is to be indexed anew.
 constexpr const char* recordEnd = "\\yyk";
 
+// The pairs of a text and its index that recipes are added to: the user's own and the temporary.
+bool AreCustom(std::int16_t text, std::int16_t index) {
+    return text == filenumber::CustomRecipes && index == filenumber::CustomRecipesIndex;
+}
+
+bool AreTemporary(std::int16_t text, std::int16_t index) {
+    return text == filenumber::RecipesTemp && index == filenumber::RecipesIndexTemp;
+}
+
 std::int32_t AsPosition(std::int64_t position) {
     if (position > std::numeric_limits<std::int32_t>::max()) {
         throw Failure(failure::Overflow, "RecipeWriter");
@@ -32,9 +41,12 @@ void RecipeWriter::AddRecipeTo_YDB_IND(const std::string& strTitleTXT,
     try {
         Append(strTitleTXT, strRecipeRTF, XYDBFileNum, XINDFileNum);
     } catch (const Failure& f) {
-        // Left open for appending, the text could not be read; closed, the next read opens it.
-        Ignoring([&] { files_.Close(XYDBFileNum); });
-        Ignoring([&] { files_.Close(XINDFileNum); });
+        // Left open for appending, the text could not be read; closed, the next read opens it. Of
+        // numbers that are no pair none was opened here, so none is closed.
+        if (AreCustom(XYDBFileNum, XINDFileNum) || AreTemporary(XYDBFileNum, XINDFileNum)) {
+            Ignoring([&] { files_.Close(XYDBFileNum); });
+            Ignoring([&] { files_.Close(XINDFileNum); });
+        }
         message_("Error adding recipe.\n" + f.Description);
     }
 }
@@ -58,11 +70,8 @@ void RecipeWriter::Append(const std::string& title, const std::string& rtf, std:
 
 void RecipeWriter::OpenForAppending(std::int16_t textNumber, std::int16_t indexNumber) {
     Ignoring([&] { files_.Close(textNumber); });
-    const bool custom =
-        textNumber == filenumber::CustomRecipes && indexNumber == filenumber::CustomRecipesIndex;
-    const bool temporary =
-        textNumber == filenumber::RecipesTemp && indexNumber == filenumber::RecipesIndexTemp;
-    if (!custom && !temporary) return;
+    const bool custom = AreCustom(textNumber, indexNumber);
+    if (!custom && !AreTemporary(textNumber, indexNumber)) return;
     files_.Open(textNumber, custom ? paths_.strCustomRecipesFile : paths_.strRecipesTempFile,
                 FileMode::Append);
     if (files_.IsOpen(indexNumber)) return;  // stays in use

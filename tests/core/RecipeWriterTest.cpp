@@ -122,6 +122,18 @@ TEST_F(RecipeWriterTest, NoOtherPairOfNumbersOpensAnything) {
     EXPECT_EQ(store.TotalNumRecords, 2);
 }
 
+TEST_F(RecipeWriterTest, OfAPairThatIsNoneTheIndexStaysOpen) {
+    data.Folder.Write("Data/CategyD.ydb", "");
+    Start();
+    store.OpenCategoryDescriptions();
+    const std::pair<std::int16_t, std::int16_t> pairs[] = {{1, 2}, {3, 4}, {11, 22}, {21, 2}};
+    for (const auto& [text, index] : pairs) {
+        writer.AddRecipeTo_YDB_IND("x", "y", text, index);
+        EXPECT_TRUE(data.Files.IsOpen(index)) << text << " and " << index;
+    }
+    EXPECT_EQ(messages.size(), 4U);
+}
+
 TEST_F(RecipeWriterTest, AFailureShowsTheSystemsDescription) {
     Start();
     FailAt("open", 21, failure::PathAccess);
