@@ -5,6 +5,7 @@
 #include <fstream>
 #include <map>
 #include <sstream>
+#include <string_view>
 #include <system_error>
 
 namespace larder {
@@ -48,15 +49,27 @@ struct DeviceOrder {
 // Device file -> where it is mounted; empty for a drive without a disc.
 using Discs = std::map<std::string, std::string, DeviceOrder>;
 
+// "sr0" with the kind "sr".
+bool IsOfKind(const std::string& name, std::string_view kind) {
+    return name.starts_with(kind) && name.size() > kind.size() &&
+           name.find_first_not_of("0123456789", kind.size()) == std::string::npos;
+}
+
 void AddOpticalDrives(Discs& discs, const std::string& blockDevices) {
     std::error_code error;
     std::filesystem::directory_iterator entry(blockDevices, error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         const std::string name = entry->path().filename().string();
-        const bool numbered =
-            name.size() > 2 && name.find_first_not_of("0123456789", 2) == std::string::npos;
-        if (name.starts_with("sr") && numbered) discs.emplace("/dev/" + name, "");
+        if (IsOfKind(name, "sr")) discs.emplace("/dev/" + name, "");
     }
+}
+
+// An optical drive, or an image of a disc in a file. Other devices, a memory stick say, may well
+// hold the file system of a disc and are none.
+bool TakesDiscs(const std::string& device) {
+    const std::filesystem::path path = device;
+    const std::string name = path.filename().string();
+    return path.parent_path() == "/dev" && (IsOfKind(name, "sr") || IsOfKind(name, "loop"));
 }
 
 // The device that the table of mounts means: "/dev/cdrom" is a link to "/dev/sr0".
@@ -76,7 +89,7 @@ void AddMountedDiscs(Discs& discs, const std::string& mounts) {
         if (!(fields >> device >> place >> type)) continue;
         const std::string name = TrueDevice(WithoutEscapes(device));
         const auto drive = discs.find(name);
-        const bool isDisc = type == "iso9660" || type == "udf";
+        const bool isDisc = (type == "iso9660" || type == "udf") && TakesDiscs(name);
         if (drive == discs.end() && !isDisc) continue;
         // A disc that is mounted twice is one drive, reached where it was mounted first.
         std::string& mountPoint = discs[name];

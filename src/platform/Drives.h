@@ -24,8 +24,9 @@ class Drives {
     virtual std::vector<Drive> List() = 0;
 };
 
-// The drives of a Linux system: C is the root; every optical drive, and every mounted disc image
-// (ISO 9660, UDF), gets a letter from D on, in the order of their devices.
+// The drives of a Linux system: C is the root; every optical drive (sr0, sr1 ...), and every disc
+// image (ISO 9660, UDF) that is mounted from a file (loop0 ...), gets a letter from D on, in the
+// order of their devices. A memory stick is no disc, whatever file system was written to it.
 class SystemDrives : public Drives {
   public:
     // The two tables of the system; a test gives files of its own.

@@ -68,6 +68,22 @@ TEST_F(DrivesOfAMachine, AMountedImageIsADriveOfItsOwn) {
     EXPECT_EQ(drives[1].MountPoint, "/mnt/image");
 }
 
+TEST_F(DrivesOfAMachine, AMemoryStickWrittenAsADiscIsNone) {
+    Mounts(
+        "/dev/sdb1 /media/stick iso9660 ro 0 0\n/dev/sdc /media/whole udf rw 0 0\n"
+        "/dev/mapper/sr0 /mnt/mapped iso9660 ro 0 0\n/dev/sram /mnt/ram iso9660 ro 0 0\n"
+        "/dev/loop /mnt/loop iso9660 ro 0 0\n");
+    EXPECT_EQ(List().size(), 1U);
+}
+
+TEST_F(DrivesOfAMachine, AMountedDiscCountsWithoutItsDriveInTheTableOfDevices) {
+    Mounts("/dev/sr1 /media/disc iso9660 ro 0 0\n");
+    const auto drives = List();
+    ASSERT_EQ(drives.size(), 2U);
+    EXPECT_EQ(drives[1].DriveType, Drive::CdRom);
+    EXPECT_EQ(drives[1].MountPoint, "/media/disc");
+}
+
 TEST_F(DrivesOfAMachine, AnAudioDriveWithAnotherFileSystemStaysOptical) {
     Device("sr0");
     Mounts("/dev/sr0 /media/hfs hfsplus ro 0 0\n");
