@@ -88,8 +88,7 @@ NativeFile::NativeFile(const std::string& native, Access access, std::string nam
     if (descriptor_ < 0 && errno == ENOENT && access != Access::Read) {
         descriptor_ = OpenDescriptor(native, flags | O_CREAT);
         created_ = descriptor_ >= 0;
-    }
-    if (descriptor_ < 0 && access == Access::ReadWrite && IsWriteProtection(errno)) {
+    } else if (descriptor_ < 0 && access == Access::ReadWrite && IsWriteProtection(errno)) {
         descriptor_ = OpenDescriptor(native, O_RDONLY);
     }
     if (descriptor_ < 0) throw Failure(PathFailureNumber(errno, native), name_);

@@ -175,13 +175,21 @@ std::string RecipeStore::GetCatRTF(std::int32_t CatNum) {
     return files_.ReadChars(place.Text, next - body);
 }
 
+// An index that could not be opened was passed over in silence. Its records must not count as none,
+// so it is opened once more for the reason.
+std::int32_t RecipeStore::CountRecords(int index, const std::string& path) {
+    std::int32_t count = 0;
+    NamingFile(path, [&] {
+        if (!files_.IsOpen(index)) files_.Open(index, path, FileMode::Random);
+        count = RecordsIn(files_.Length(index));
+    });
+    return count;
+}
+
 void RecipeStore::RecalculateTotalRecipes() {
-    std::int32_t stock = 0;
-    std::int32_t own = 0;
-    NamingFile(paths_.strRecipesIndexFile,
-               [&] { stock = RecordsIn(files_.Length(filenumber::RecipesIndex)); });
-    NamingFile(paths_.strCustomRecipesIndexFile,
-               [&] { own = RecordsIn(files_.Length(filenumber::CustomRecipesIndex)); });
+    using namespace filenumber;
+    const std::int32_t stock = CountRecords(RecipesIndex, paths_.strRecipesIndexFile);
+    const std::int32_t own = CountRecords(CustomRecipesIndex, paths_.strCustomRecipesIndexFile);
     if (own > std::numeric_limits<std::int32_t>::max() - stock) {
         throw Failure(failure::Overflow, "RecalculateTotalRecipes");
     }

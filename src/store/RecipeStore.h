@@ -57,8 +57,8 @@ class RecipeStore {
     // Any failure reaches the caller.
     std::string GetCatRTF(std::int32_t CatNum);
 
-    // Counts anew: OriginalNumRecords, TotalNumRecords, TotalRecipes. Failure 52, which
-    // names the file, when an index is not open.
+    // Counts anew: OriginalNumRecords, TotalNumRecords, TotalRecipes. An index that is closed is
+    // opened; what hinders that is the failure, and its description names the file.
     void RecalculateTotalRecipes();
 
   private:
@@ -77,6 +77,7 @@ class RecipeStore {
 
     template <typename Read, typename Text>
     std::optional<std::string> ReadAskingForDisc(const Place& place, Read&& read, Text&& question);
+    std::int32_t CountRecords(int index, const std::string& path);
     bool ReopenAfter(const Failure& failure, const Place& place);
     std::optional<std::string> TitleUnlessGivenUp(std::int32_t RecipeNum);
 

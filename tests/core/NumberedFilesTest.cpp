@@ -7,51 +7,12 @@
 #include <limits>
 #include <vector>
 
-#include "platform/Failure.h"
-#include "platform/Paths.h"
+#include "core/NumberedFilesFixture.h"
 #include "support/DiskLimit.h"
-#include "support/TempFolder.h"
 #include "support/Unprivileged.h"
 
-namespace larder {
+namespace larder::test {
 namespace {
-
-using test::TempFolder;
-
-constexpr std::size_t largestBlock = 256 * 1024;  // that a walk over a file reads at once
-
-class NumberedFilesTest : public ::testing::Test {
-  protected:
-    std::string At(const std::string& name) const { return root + "\\" + name; }
-    int OpenFailure(const std::string& path, FileMode mode) {
-        return Ignoring([&] { files.Open(1, path, mode); });
-    }
-    int ReadLineFailure(int number) {
-        return Ignoring([&] { files.ReadLine(number); });
-    }
-    void OpenInput(const std::string& content) {
-        folder.Write("a.txt", content);
-        files.Close(1);
-        files.Open(1, At("a.txt"), FileMode::Input);
-    }
-    // Counts the operations of one kind from now on.
-    void Count(const std::string& kind) {
-        counted = 0;
-        bytes = 0;
-        files.Watch([this, kind](const NumberedFiles::Access& access) {
-            if (access.Kind != kind) return;
-            ++counted;
-            bytes += access.Bytes;
-        });
-    }
-
-    TempFolder folder;
-    Paths paths;
-    std::string root = paths.Alias(folder.Native());
-    NumberedFiles files{paths};
-    int counted = 0;
-    std::uint64_t bytes = 0;
-};
 
 // Opening and closing
 
@@ -124,14 +85,25 @@ TEST_F(NumberedFilesTest, AFolderOrAPipeInThePlaceOfAFileIs75) {
 TEST_F(NumberedFilesTest, AFileThatMustNotBeReadIs75) {
     folder.Write("secret.txt", "x");
     chmod(folder.Native("secret.txt").c_str(), 0);
-    const test::Unprivileged unprivileged;
+    const Unprivileged unprivileged;
     EXPECT_EQ(OpenFailure(At("secret.txt"), FileMode::Input), failure::PathAccess);
+}
+
+TEST_F(NumberedFilesTest, AFileThatMustNotBeMadeIs75InEveryModeThatMakesIt) {
+    folder.MakeFolder("locked");
+    chmod(folder.Native("locked").c_str(), 0555);
+    const Unprivileged unprivileged;
+    for (const FileMode mode :
+         {FileMode::Output, FileMode::Append, FileMode::Binary, FileMode::Random}) {
+        EXPECT_EQ(OpenFailure(At("locked\\a.ind"), mode), failure::PathAccess);
+    }
+    EXPECT_EQ(OpenFailure(At("locked\\a.ind"), FileMode::Input), failure::FileNotFound);
 }
 
 TEST_F(NumberedFilesTest, ARandomFileThatMustNotBeWrittenOpensForReadingAlone) {
     folder.Write("a.ind", std::string("\x07\0\0\0", 4));
     chmod(folder.Native("a.ind").c_str(), 0444);
-    const test::Unprivileged unprivileged;
+    const Unprivileged unprivileged;
     files.Open(1, At("a.ind"), FileMode::Random);
     EXPECT_EQ(files.ReadRecord(1, 1), 7);
     EXPECT_EQ(Ignoring([&] { files.WriteRecord(1, 1, 8); }), failure::PathAccess);
@@ -168,203 +140,6 @@ TEST_F(NumberedFilesTest, NamesMatchWithoutRegardToCase) {
     files.Open(2, At("Data\\recipes.ydb"), FileMode::Append);
     files.Write(2, "y");
     EXPECT_EQ(folder.Read("DATA/RECIPES.YDB"), "x\r\ny") << "no second file beside it";
-}
-
-// Lines
-
-TEST_F(NumberedFilesTest, ALineEndsWithCrLfOrLfOrCr) {
-    OpenInput("one\r\ntwo\nthree\rfour");
-    for (const char* line : {"one", "two", "three", "four"})
-        EXPECT_EQ(files.ReadLine(1), line);
-    EXPECT_EQ(ReadLineFailure(1), failure::InputPastEnd);
-}
-
-TEST_F(NumberedFilesTest, PositionStandsBehindTheLineEnd) {
-    OpenInput("one\r\n\r\nthree\r");
-    EXPECT_EQ(files.Position(1), 1);
-    files.ReadLine(1);
-    EXPECT_EQ(files.Position(1), 6);
-    EXPECT_EQ(files.ReadLine(1), "");
-    EXPECT_EQ(files.Position(1), 8);
-    files.ReadLine(1);
-    EXPECT_EQ(files.Position(1), 14);
-    EXPECT_TRUE(files.AtEnd(1));
-}
-
-TEST_F(NumberedFilesTest, AnEmptyFileIsAtItsEnd) {
-    OpenInput("");
-    EXPECT_TRUE(files.AtEnd(1));
-    EXPECT_EQ(files.Length(1), 0);
-    EXPECT_EQ(ReadLineFailure(1), failure::InputPastEnd);
-}
-
-TEST_F(NumberedFilesTest, LinesOfEveryLengthAroundTheBlocksAreReadWhole) {
-    for (const char* lineEnd : {"\r\n", "\r", "\n"}) {
-        for (std::size_t length = 500; length <= 520; ++length) {
-            const std::string line(length, 'x');
-            const std::string next(1030, 'y');
-            OpenInput(line + lineEnd + next + lineEnd + "end");
-            EXPECT_EQ(files.ReadLine(1), line);
-            EXPECT_EQ(files.Position(1),
-                      static_cast<std::int64_t>(length + std::string(lineEnd).size()) + 1);
-            EXPECT_EQ(files.ReadLine(1), next);
-            EXPECT_EQ(files.ReadLine(1), "end");
-        }
-    }
-}
-
-TEST_F(NumberedFilesTest, BytesOfEveryValuePassThrough) {
-    std::string all;
-    for (int byte = 0; byte < 256; ++byte) {
-        if (byte != '\r' && byte != '\n') all += static_cast<char>(byte);
-    }
-    OpenInput(all + "\r\n" + all);
-    EXPECT_EQ(files.ReadLine(1), all);
-    EXPECT_EQ(files.ReadLine(1), all);
-}
-
-TEST_F(NumberedFilesTest, AShortLineAfterASeekCostsOneReadOfAFewHundredBytes) {
-    OpenInput(std::string(5000, 'x') + "\r\nTitle\r\n" + std::string(100000, 'y'));
-    for (int i = 0; i < 3; ++i) {
-        Count("read");
-        files.Seek(1, 5003);
-        EXPECT_EQ(files.ReadLine(1), "Title");
-        EXPECT_EQ(counted, 1);
-        EXPECT_LE(bytes, 512u);
-    }
-}
-
-TEST_F(NumberedFilesTest, AWalkOverAWholeFileReadsItInLargeBlocks) {
-    std::string text;
-    for (int i = 0; i < 20000; ++i)
-        text += "a line of forty characters or about that\r\n";
-    OpenInput(text);
-    Count("read");
-    int lines = 0;
-    while (!files.AtEnd(1)) {
-        files.ReadLine(1);
-        ++lines;
-    }
-    EXPECT_EQ(lines, 20000);
-    EXPECT_LE(counted, static_cast<int>(text.size() / largestBlock) + 12);
-    EXPECT_LE(bytes, text.size() + 2 * largestBlock);
-}
-
-TEST_F(NumberedFilesTest, ALineOfTenMegabytesIsReadOnce) {
-    const std::string line(10 * 1024 * 1024, 'x');
-    OpenInput(line);
-    Count("read");
-    EXPECT_EQ(files.ReadLine(1), line);
-    EXPECT_LE(bytes, line.size() + 2 * largestBlock);
-    EXPECT_LE(counted, static_cast<int>(line.size() / largestBlock) + 12);
-}
-
-TEST_F(NumberedFilesTest, ALineMayBeReadIntoAStringInUseOrSkipped) {
-    OpenInput("one\r\n" + std::string(2000, 'x') + "\r\n\r\nfour");
-    std::string line = "something longer that was there before";
-    files.ReadLineInto(1, line);
-    EXPECT_EQ(line, "one");
-    files.SkipLine(1);
-    EXPECT_EQ(files.Position(1), 2008);
-    files.ReadLineInto(1, line);
-    EXPECT_EQ(line, "");
-    files.SkipLine(1);
-    EXPECT_TRUE(files.AtEnd(1));
-    EXPECT_EQ(Ignoring([&] { files.SkipLine(1); }), failure::InputPastEnd);
-    EXPECT_EQ(Ignoring([&] { files.ReadLineInto(1, line); }), failure::InputPastEnd);
-}
-
-TEST_F(NumberedFilesTest, WhatAnotherNumberWritesIsSeenAtOnce) {
-    OpenInput("one\r\ntwo\r\nthree\r\n");
-    EXPECT_EQ(files.ReadLine(1), "one");
-    files.Open(2, At("a.txt"), FileMode::Binary);
-    files.Seek(2, 6);
-    files.Write(2, "TWO");
-    EXPECT_EQ(files.ReadLine(1), "TWO");
-    files.Seek(2, files.Length(2) + 1);
-    files.WriteLine(2, "four");
-    EXPECT_EQ(files.ReadLine(1), "three");
-    EXPECT_FALSE(files.AtEnd(1));
-    EXPECT_EQ(files.ReadLine(1), "four");
-    EXPECT_TRUE(files.AtEnd(1));
-    files.Open(3, At("a.txt"), FileMode::Output);
-    files.Seek(1, 1);
-    EXPECT_TRUE(files.AtEnd(1)) << "emptied by its opening for output";
-}
-
-TEST_F(NumberedFilesTest, WhatAnotherProgramWritesIsSeenAfterASeek) {
-    OpenInput("one\r\ntwo\r\n");
-    EXPECT_EQ(files.ReadLine(1), "one");
-    folder.Write("a.txt", "ONE\r\nTWO\r\n");
-    files.Seek(1, 1);
-    EXPECT_EQ(files.ReadLine(1), "ONE");
-}
-
-// Positions and characters
-
-TEST_F(NumberedFilesTest, APositionBelow1Is63AndOneBehindTheEndReadsPastIt) {
-    OpenInput("abc");
-    for (const std::int64_t position :
-         {std::int64_t{0}, std::int64_t{-1}, std::numeric_limits<std::int64_t>::min()}) {
-        EXPECT_EQ(Ignoring([&] { files.Seek(1, position); }), failure::BadRecordNumber);
-    }
-    files.Seek(1, 100);
-    EXPECT_TRUE(files.AtEnd(1));
-    EXPECT_EQ(ReadLineFailure(1), failure::InputPastEnd);
-    files.Seek(1, std::int64_t{1} << 40);
-    EXPECT_EQ(ReadLineFailure(1), failure::InputPastEnd);
-    EXPECT_EQ(Ignoring([&] { files.Seek(1, std::numeric_limits<std::int64_t>::max()); }),
-              failure::Overflow);
-    files.Seek(1, 2);
-    EXPECT_EQ(files.ReadLine(1), "bc");
-}
-
-TEST_F(NumberedFilesTest, ReadCharsGivesExactlySoManyInOneRead) {
-    OpenInput(std::string(3000, 'x') + "\r\nabc");
-    files.Seek(1, 2999);
-    Count("read");
-    EXPECT_EQ(files.ReadChars(1, 6), std::string("xx\r\nab"));
-    EXPECT_EQ(counted, 1);
-    EXPECT_EQ(bytes, 6u);
-    EXPECT_EQ(files.Position(1), 3005);
-    EXPECT_EQ(files.ReadChars(1, 0), "");
-    EXPECT_EQ(files.ReadChars(1, 1), "c");
-}
-
-TEST_F(NumberedFilesTest, CharactersBehindTheEndAre62AndANegativeCount5) {
-    OpenInput("abc");
-    EXPECT_EQ(Ignoring([&] { files.ReadChars(1, 4); }), failure::InputPastEnd);
-    EXPECT_EQ(Ignoring([&] { files.ReadChars(1, std::numeric_limits<std::int64_t>::max()); }),
-              failure::InputPastEnd)
-        << "no memory is taken for what is not there";
-    EXPECT_EQ(Ignoring([&] { files.ReadChars(1, -1); }), failure::InvalidArgument);
-    EXPECT_EQ(files.ReadChars(1, 3), "abc") << "the position has not moved";
-}
-
-TEST_F(NumberedFilesTest, LinesAndCharactersMix) {
-    OpenInput("one\r\nabcdef\r\nlast\r\n");
-    EXPECT_EQ(files.ReadLine(1), "one");
-    EXPECT_EQ(files.ReadChars(1, 3), "abc");
-    EXPECT_EQ(files.ReadLine(1), "def");
-    EXPECT_EQ(files.ReadLine(1), "last");
-}
-
-// Numbers
-
-TEST_F(NumberedFilesTest, ReadNumberTakesTheLineOfANumberWithBlanksAround) {
-    OpenInput(" 40 \r\n-5 \r\n7, 8\r\n\r\nsome text\r\n1.5\r\nlast");
-    for (const double number : {40.0, -5.0, 7.0, 0.0, 0.0, 1.5}) {
-        EXPECT_EQ(files.ReadNumber(1), number);
-    }
-    EXPECT_EQ(files.ReadLine(1), "last");
-    EXPECT_EQ(Ignoring([&] { files.ReadNumber(1); }), failure::InputPastEnd);
-}
-
-TEST_F(NumberedFilesTest, ANumberIsWrittenWithABlankOrItsSignBeforeAndABlankBehind) {
-    files.Open(1, At("n.txt"), FileMode::Output);
-    files.WriteNumberLine(1, 40);
-    files.WriteNumberLine(1, -5);
-    EXPECT_EQ(folder.Read("n.txt"), " 40 \r\n-5 \r\n");
 }
 
 // Writing
@@ -409,7 +184,7 @@ TEST_F(NumberedFilesTest, AnOperationThatTheModeDoesNotAllowIs54) {
 }
 
 TEST_F(NumberedFilesTest, AFullDiskIs61AndSparesWhatStandsThere) {
-    const test::DiskLimit limit(4096);
+    const DiskLimit limit(4096);
     files.Open(1, At("a.txt"), FileMode::Append);
     files.Write(1, std::string(4000, 'x'));
     EXPECT_EQ(Ignoring([&] { files.Write(1, std::string(4000, 'y')); }), failure::DiskFull);
@@ -541,4 +316,4 @@ TEST_F(NumberedFilesTest, ANumberIsFreeAfterAFailedClose) {
 }
 
 }  // namespace
-}  // namespace larder
+}  // namespace larder::test

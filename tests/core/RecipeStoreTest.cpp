@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "platform/Failure.h"
+#include "store/FileNumbers.h"
 #include "support/DataFolder.h"
 #include "support/ScriptedDisc.h"
 
@@ -186,8 +187,30 @@ TEST_F(RecipeStoreTest, TheCountIsToldToWhoShowsIt) {
     EXPECT_EQ(store.TotalRecipes(), 5);
 }
 
-TEST_F(RecipeStoreTest, CountingNeedsOpenIndexes) {
-    EXPECT_EQ(Ignoring([&] { store.RecalculateTotalRecipes(); }), failure::BadFileNumber);
+TEST_F(RecipeStoreTest, CountingOpensAnIndexThatIsClosed) {
+    store.RecalculateTotalRecipes();
+    EXPECT_TRUE(data.Files.IsOpen(filenumber::RecipesIndex));
+    EXPECT_TRUE(data.Files.IsOpen(filenumber::CustomRecipesIndex));
+    const std::int32_t total = store.TotalNumRecords;
+    Start();
+    EXPECT_EQ(store.TotalNumRecords, total);
+}
+
+TEST_F(RecipeStoreTest, CountingTellsWhyAnIndexCannotBeOpenedAndNamesIt) {
+    Start();
+    const std::int32_t total = store.TotalNumRecords;
+    data.Files.Close(filenumber::CustomRecipesIndex);
+    data.Files.Watch([](const NumberedFiles::Access& access) {
+        if (access.Kind == "open") throw Failure(failure::PathAccess, std::string(access.Path));
+    });
+    try {
+        store.RecalculateTotalRecipes();
+        FAIL() << "no failure";
+    } catch (const Failure& f) {
+        EXPECT_EQ(f.Number, failure::PathAccess);
+        EXPECT_EQ(f.Description, data.Paths.strCustomRecipesIndexFile + "\nPath/File access error");
+    }
+    EXPECT_EQ(store.TotalNumRecords, total) << "the numbers of own recipes are not given up";
 }
 
 TEST_F(RecipeStoreTest, CountingAsksForALostDiscOnceAndCountsWhatItCannotReadAsPresent) {
