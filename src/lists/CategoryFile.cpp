@@ -17,33 +17,54 @@ constexpr int FixedEntries = 6;
 void CategoryList::LoadCategories() {
     main.store.OpenYDB_IND_Normal();
     main.store.RecalculateTotalRecipes();
-    NamingFile(main.paths.strCategoriesFile, [this] { ReadEntries(); });
+    std::vector<Entry> entries;
+    NamingFile(main.paths.strCategoriesFile, [&] { entries = ReadEntries(); });
+    TakeEntries(entries);
     MarkTopEntries();
-    // While it was read, a long list has announced itself as one of recipes that grows.
+    // While it was filled, a long list has announced itself as one of recipes that grows.
     main.recipes.DecorateWait(false, "");
     main.lists.ShowListItems(1, 1, true);
     main.pictures.TakeFromCategories();
 }
 
-void CategoryList::ReadEntries() {
+std::vector<CategoryList::Entry> CategoryList::ReadEntries() {
     NumberedFiles& files = main.files;
+    std::vector<Entry> entries;
+    bool withPictures = false;
     files.Close(filenumber::Categories);
-    files.Open(filenumber::Categories, main.paths.strCategoriesFile, FileMode::Input);
-    // The count is there for older readers; the program counts for itself.
-    files.ReadNumber(filenumber::Categories);
-    main.ui.lvwX1.Clear();
-    main.VList[0].ClearAll();
-    std::string indentation;
-    while (!files.AtEnd(filenumber::Categories)) {
-        const std::string name = files.ReadLine(filenumber::Categories);
-        const std::string numbers = files.ReadLine(filenumber::Categories);
-        main.VList[0].Add(indentation + name, numbers, 0, name);
-        if (name == "ALL RECIPES") indentation = "     ";
+    try {
+        files.Open(filenumber::Categories, main.paths.strCategoriesFile, FileMode::Input);
+        // The count is there for older readers; the program counts for itself.
+        files.ReadNumber(filenumber::Categories);
+        while (!files.AtEnd(filenumber::Categories)) {
+            Entry& entry = entries.emplace_back();
+            entry.Name = files.ReadLine(filenumber::Categories);
+            entry.Numbers = files.ReadLine(filenumber::Categories);
+            withPictures |= EqualNoCase(TrimBlanks(entry.Name), "ALL RECIPES WITH PICTURES");
+        }
+        files.Close(filenumber::Categories);
+    } catch (const Failure&) {
+        Ignoring([&] { files.Close(filenumber::Categories); });
+        throw;
     }
-    files.Close(filenumber::Categories);
-    if (main.VList[0].PeekKey("ALL RECIPES WITH PICTURES") == nullptr) {
+    if (!withPictures) {
         throw Failure(failure::ElementNotFound, "LoadCategories",
                       "The category ALL RECIPES WITH PICTURES is missing.");
+    }
+    return entries;
+}
+
+void CategoryList::TakeEntries(const std::vector<Entry>& entries) {
+    VirtualList& list = main.VList[0];
+    main.ui.lvwX1.Clear();
+    list.ClearAll();
+    refused_.clear();
+    std::string indentation;
+    for (const Entry& entry : entries) {
+        const std::int32_t place = list.Count();
+        list.Add(indentation + entry.Name, entry.Numbers, 0, entry.Name);
+        if (list.Count() == place) refused_.push_back({place, entry});
+        if (entry.Name == "ALL RECIPES") indentation = "     ";
     }
 }
 
@@ -59,35 +80,55 @@ void CategoryList::MarkTopEntries() {
 
 void CategoryList::UpdateCategoryFile() {
     try {
-        WriteEntries();
+        ReplaceFile();
     } catch (const Failure& f) {
-        main.files.Close(filenumber::Categories);
         main.dialogs.MessageBox("Error updating Favorites\n" + f.Description, Dialogs::Buttons::Ok,
                                 Dialogs::Icon::Critical, "Tidewell Larder");
-        return;
     }
+    ShowLinesAnew();
+}
+
+void CategoryList::ShowLinesAnew() {
     // Showing the list takes the focus out of it; the user has done nothing to that end.
     const bool focused = main.ui.lvwX1.HasFocus();
     main.lists.ShowListItems(1, 0, true);
     if (focused) main.lists.RestoreLvwFocus(1);
 }
 
-void CategoryList::WriteEntries() {
+void CategoryList::ReplaceFile() {
     // The old file stays whole until the new one is on the disk.
     NumberedFiles& files = main.files;
     const std::string fresh = main.paths.strCategoriesFile + ".new";
     files.Close(filenumber::Categories);
-    files.Open(filenumber::Categories, fresh, FileMode::Output);
-    files.WriteNumberLine(filenumber::Categories, main.store.TotalRecipes());
-    const std::int32_t count = main.VList[0].Count();
-    for (std::int32_t i = 1; i <= count; ++i) {
-        const VirtualListItem* entry = main.VList[0].Peek(i);
-        files.WriteLine(filenumber::Categories, TrimBlanks(entry->Text));
-        files.WriteLine(filenumber::Categories, entry->Tag);
+    try {
+        files.Open(filenumber::Categories, fresh, FileMode::Output);
+        WriteEntries();
+        files.Flush(filenumber::Categories);
+        files.Close(filenumber::Categories);
+        files.Replace(fresh, main.paths.strCategoriesFile);
+    } catch (const Failure&) {
+        Ignoring([&] { files.Close(filenumber::Categories); });
+        Ignoring([&] { files.Delete(fresh); });
+        throw;
     }
-    files.Flush(filenumber::Categories);
-    files.Close(filenumber::Categories);
-    files.Replace(fresh, main.paths.strCategoriesFile);
+}
+
+void CategoryList::WriteEntries() {
+    main.files.WriteNumberLine(filenumber::Categories, main.store.TotalRecipes());
+    const VirtualList& list = main.VList[0];
+    const std::int32_t count = list.Count();
+    auto refused = refused_.begin();
+    for (std::int32_t i = 1; i <= count; ++i) {
+        const VirtualListItem* entry = list.Peek(i);
+        WriteEntry(entry->Text, entry->Tag);
+        for (; refused != refused_.end() && (refused->Place <= i || i == count); ++refused)
+            WriteEntry(refused->Lines.Name, refused->Lines.Numbers);
+    }
+}
+
+void CategoryList::WriteEntry(const std::string& name, const std::string& numbers) {
+    main.files.WriteLine(filenumber::Categories, TrimBlanks(name));
+    main.files.WriteLine(filenumber::Categories, numbers);
 }
 
 }  // namespace larder

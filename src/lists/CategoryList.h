@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace larder {
 
@@ -17,10 +18,13 @@ class CategoryList {
     explicit CategoryList(frmMain& hub) : main(hub) {}
 
     // Reads the file anew and shows the first lines. A file that cannot be read, ends in the
-    // middle of an entry, or lacks "ALL RECIPES WITH PICTURES" is a failure that names it.
+    // middle of an entry, or lacks "ALL RECIPES WITH PICTURES" is a failure that names it, and
+    // leaves the categories as they were. A name that comes again is no category of its own, but
+    // its lines are kept for the next writing of the file.
     void LoadCategories();
     // Writes the line of the count, then name and number string of each category; the file is
-    // replaced as a whole. A failure is told in a message, and what is in memory stays.
+    // replaced as a whole. A failure is told in a message, and what is in memory stays. The lines
+    // on the screen are those of memory afterwards, in either case.
     void UpdateCategoryFile();
 
     // Shows the list from an entry; 0 is where it stands. Nothing happens when nothing changed.
@@ -35,13 +39,27 @@ class CategoryList {
     void CategoryItemClick(ListItem& Item, bool Keyboard);
 
   private:
-    void ReadEntries();
+    struct Entry {
+        std::string Name;
+        std::string Numbers;
+    };
+    struct RefusedEntry {
+        std::int32_t Place;  // of the category in VList(0) that it follows in the file
+        Entry Lines;
+    };
+
+    std::vector<Entry> ReadEntries();
+    void TakeEntries(const std::vector<Entry>& entries);
     void MarkTopEntries();
+    void ReplaceFile();
     void WriteEntries();
+    void WriteEntry(const std::string& name, const std::string& numbers);
+    void ShowLinesAnew();
     void ShowRecipesOf(const std::string& text);
     void SetCurrentFromSelection();
 
     frmMain& main;
+    std::vector<RefusedEntry> refused_;  // ascending by place
     std::string strLastCategoryText;
     std::int32_t lastStart_ = 0;  // first entry and number of lines of the last fill
     std::int16_t lastLines_ = 0;

@@ -136,12 +136,15 @@ TEST_F(FullDisk, IsToldInAMessageWithTheDescription) {
     EXPECT_EQ(Boxes.Shown[0].Buttons, Dialogs::Buttons::Ok);
 }
 
-TEST_F(FullDisk, LeavesTheListOnTheScreenAsItIs) {
+TEST_F(FullDisk, LeavesTheLinesOnTheScreenAsMemoryHasThem) {
     StartIt();
-    List(1).Item(1).SetText("scribble");
+    Main().VList[0].PeekKey("SOUPS")->Tag = " 1 ";
     Fill();
     Main().categories.UpdateCategoryFile();
-    EXPECT_EQ(List(1).Item(1).Text(), "scribble");
+    EXPECT_EQ(List(1).Item(7).Tag, " 1 ");
+    Clear();
+    ClickCategory("SOUPS");
+    EXPECT_EQ(ShownNumbers(), (std::vector<int>{1}));
 }
 
 TEST_F(FullDisk, LeavesTheOldFileWholeAndTheFileNumberFree) {
@@ -163,6 +166,173 @@ TEST_F(FullDisk, KeepsTheChangeForTheNextWrite) {
     Main().categories.UpdateCategoryFile();
     EXPECT_NE(Folder.Read(FileName).find("SOUPS\r\n 1 \r\n"), std::string::npos);
     EXPECT_EQ(Boxes.Shown.size(), 1U);
+}
+
+// Whatever step of the writing fails, the old file is whole, the new one is gone, and the user is
+// told.
+class AFailedWriting : public CategoryFile {
+  protected:
+    void FailAt(const std::string& kind, const std::string& path) {
+        StartIt();
+        before_ = Folder.Read(FileName);
+        Main().VList[0].PeekKey("SOUPS")->Tag = " 1 ";
+        bool failed = false;
+        Main().files.Watch([&](const NumberedFiles::Access& access) {
+            if (failed || access.Kind != kind || !access.Path.ends_with(path)) return;
+            failed = true;
+            throw Failure(failure::PathAccess, "test");
+        });
+        Main().categories.UpdateCategoryFile();
+        Main().files.Watch(nullptr);
+        EXPECT_TRUE(failed);
+        ExpectNothingLost();
+    }
+    void ExpectNothingLost() {
+        EXPECT_EQ(Folder.Read(FileName), before_);
+        EXPECT_FALSE(Folder.Exists("Data/Categories.ctg.new"));
+        EXPECT_FALSE(Main().files.IsOpen(filenumber::Categories));
+        ASSERT_EQ(Boxes.Shown.size(), 1U);
+        EXPECT_EQ(Boxes.Shown[0].Text,
+                  "Error updating Favorites\n" + FailureText(failure::PathAccess));
+        EXPECT_EQ(List(1).Item(7).Tag, " 1 ");
+        Main().categories.UpdateCategoryFile();
+        EXPECT_NE(Folder.Read(FileName).find("SOUPS\r\n 1 \r\n"), std::string::npos);
+        EXPECT_EQ(Boxes.Shown.size(), 1U);
+    }
+
+  private:
+    std::string before_;
+};
+
+TEST_F(AFailedWriting, AtTheOpeningLosesNothing) {
+    FailAt("open", "Categories.ctg.new");
+}
+
+TEST_F(AFailedWriting, OfALineLosesNothing) {
+    FailAt("write", "Categories.ctg.new");
+}
+
+TEST_F(AFailedWriting, AtTheFlushLosesNothing) {
+    FailAt("flush", "Categories.ctg.new");
+}
+
+TEST_F(AFailedWriting, AtTheClosingLosesNothing) {
+    FailAt("close", "Categories.ctg.new");
+}
+
+TEST_F(AFailedWriting, AtTheRenamingLosesNothing) {
+    FailAt("rename", "Categories.ctg");
+}
+
+TEST_F(AFailedWriting, IsToldByItsOwnReasonWhenTheNewFileCannotBeTakenAwayEither) {
+    StartIt();
+    Main().files.Watch([](const NumberedFiles::Access& access) {
+        if (access.Kind == "write") throw Failure(failure::DiskFull, "test");
+        if (access.Kind == "delete") throw Failure(failure::PathAccess, "test");
+    });
+    Main().categories.UpdateCategoryFile();
+    ASSERT_EQ(Boxes.Shown.size(), 1U);
+    EXPECT_EQ(Boxes.Shown[0].Text, "Error updating Favorites\n" + FailureText(failure::DiskFull));
+}
+
+// A name that comes again is no category, but it is the user's.
+class ACategoryNamedTwice : public CategoryFile {
+  protected:
+    void StartWith(const std::string& extra) {
+        Book.WriteTo(Folder);
+        text_ = Folder.Read(FileName);
+        const std::size_t stews = text_.find("STEWS");
+        text_.insert(stews, extra);
+        text_.replace(0, text_.find('\r'), " 32 ");
+        Folder.Write(FileName, text_);
+        ASSERT_TRUE(Restart());
+    }
+    std::string text_;
+};
+
+TEST_F(ACategoryNamedTwice, IsShownOnceWithItsFirstNumbers) {
+    StartWith("SOUPS\r\n 7 \r\n");
+    EXPECT_EQ(Main().VList[0].Count(), 8);
+    EXPECT_EQ(Main().VList[0].PeekKey("SOUPS")->Tag, " 5 6 33 ");
+}
+
+TEST_F(ACategoryNamedTwice, KeepsItsLinesAndTheirPlaceWhenTheFileIsWritten) {
+    StartWith("SOUPS\r\n 7 \r\nsoups\r\n 8 \r\nMY FAVORITES\r\n 9 \r\n");
+    Main().categories.UpdateCategoryFile();
+    EXPECT_EQ(Folder.Read(FileName), text_);
+    Main().categories.LoadCategories();
+    Main().categories.UpdateCategoryFile();
+    EXPECT_EQ(Folder.Read(FileName), text_);
+}
+
+TEST_F(ACategoryNamedTwice, AtTheEndOfTheFileStaysThere) {
+    Book.Categories.emplace_back("SOUPS", " 7 ");
+    Book.WriteTo(Folder);
+    ASSERT_TRUE(Restart());
+    Main().favorites.AddToFavorites(3);
+    const std::string text = Folder.Read(FileName);
+    EXPECT_TRUE(text.ends_with("STEWS\r\n\r\nSOUPS\r\n 7 \r\n")) << text;
+    EXPECT_NE(text.find("MY FAVORITES\r\n 3 \r\n"), std::string::npos);
+}
+
+// Loading again, when it fails, leaves what was loaded before.
+class AFailedLoading : public CategoryFile {
+  protected:
+    void ExpectKept(int expectedFailure) {
+        EXPECT_EQ(Ignoring([&] { Main().categories.LoadCategories(); }), expectedFailure);
+        Main().files.Watch(nullptr);
+        EXPECT_FALSE(Main().files.IsOpen(filenumber::Categories));
+        EXPECT_EQ(Main().VList[0].Count(), 8);
+        EXPECT_EQ(Shown(1).at(6), "     SOUPS");
+        EXPECT_EQ(List(1).Item(7).Tag, " 5 6 33 ");
+        EXPECT_TRUE(Main().pictures.HasPicture("4"));
+        ClickCategory("SOUPS");
+        EXPECT_EQ(ShownNumbers(), (std::vector<int>{5, 6, 33}));
+    }
+};
+
+TEST_F(AFailedLoading, OfAFileThatIsGoneKeepsTheList) {
+    StartIt();
+    Folder.Delete(FileName);
+    ExpectKept(failure::FileNotFound);
+}
+
+TEST_F(AFailedLoading, InTheMiddleOfAnEntryKeepsTheList) {
+    StartIt();
+    Folder.Write(FileName, Folder.Read(FileName) + "ORPHAN\r\n");
+    ExpectKept(failure::InputPastEnd);
+}
+
+TEST_F(AFailedLoading, WithoutTheCategoryOfPicturesKeepsTheList) {
+    StartIt();
+    Folder.Write(FileName, " 1 \r\nMY FAVORITES\r\n\r\n");
+    ExpectKept(failure::ElementNotFound);
+}
+
+TEST_F(AFailedLoading, OfTheFileAtAReadKeepsTheListAndClosesTheFile) {
+    StartIt();
+    Main().files.Watch([](const NumberedFiles::Access& access) {
+        if (access.Kind == "read" && access.Number == filenumber::Categories) {
+            throw Failure(failure::DeviceError, "test");
+        }
+    });
+    ExpectKept(failure::DeviceError);
+}
+
+TEST_F(AFailedLoading, OfTheCountOfRecipesReadsNoCategories) {
+    StartIt();
+    bool categoriesRead = false;
+    Main().files.Watch([&](const NumberedFiles::Access& access) {
+        if (access.Kind != "open") return;
+        if (access.Number == filenumber::Categories) categoriesRead = true;
+        if (access.Number == filenumber::CustomRecipesIndex) {
+            throw Failure(failure::PathAccess, std::string(access.Path));
+        }
+    });
+    const std::int32_t total = Main().store.TotalNumRecords;
+    ExpectKept(failure::PathAccess);
+    EXPECT_FALSE(categoriesRead);
+    EXPECT_EQ(Main().store.TotalNumRecords, total);
 }
 
 TEST_F(CategoryFile, LoadingAgainOpensTheDatabaseAndShowsTheNewLines) {
