@@ -1,10 +1,22 @@
 #include "app/MainEvents.h"
 
+#include <functional>
+
 #include "app/frmMain.h"
 #include "platform/Keys.h"
 #include "platform/Text.h"
 
 namespace larder {
+
+namespace {
+
+// A click that fails ends without a word, as the user can just click again.
+template <typename Act>
+std::function<void()> Quietly(Act act) {
+    return [act] { Ignoring(act); };
+}
+
+}  // namespace
 
 void MainEvents::Connect() {
     ConnectWindow();
@@ -27,47 +39,47 @@ void MainEvents::ConnectWindow() {
 
 void MainEvents::ConnectButtons() {
     MainControls& ui = main.ui;
-    ui.ibRecipeButton.OnClick = [this] { main.screen.ClickRecipeButton(); };
-    ui.ibPhotoButton.OnClick = [this] { main.screen.ClickPhotoButton(); };
-    ui.ibReset.OnClick = [this] { main.screen.ClickReset(); };
-    ui.ibHelp.OnClick = [this] { main.screen.ClickHelp(); };
-    ui.ibSearch.OnClick = [this] {
+    ui.ibRecipeButton.OnClick = Quietly([this] { main.screen.ClickRecipeButton(); });
+    ui.ibPhotoButton.OnClick = Quietly([this] { main.screen.ClickPhotoButton(); });
+    ui.ibReset.OnClick = Quietly([this] { main.screen.ClickReset(); });
+    ui.ibHelp.OnClick = Quietly([this] { main.screen.ClickHelp(); });
+    ui.ibSearch.OnClick = Quietly([this] {
         main.SoundClick();
         main.search.ShowDialog();
-    };
+    });
     for (ImageButton* button : {&ui.ibAdd, &ui.ibPrint}) {
-        button->OnClick = [this] { main.SoundClick(); };
+        button->OnClick = Quietly([this] { main.SoundClick(); });
     }
-    ui.ibNext.OnClick = [this] {
+    ui.ibNext.OnClick = Quietly([this] {
         main.SoundClick();
         main.viewer.Next();
-    };
-    ui.ibBack.OnClick = [this] {
+    });
+    ui.ibBack.OnClick = Quietly([this] {
         main.SoundClick();
         main.viewer.Back();
-    };
-    ui.ibExit.OnClick = [this] {
+    });
+    ui.ibExit.OnClick = Quietly([this] {
         main.SoundClick();
         main.ui.window.Close();
-    };
+    });
 }
 
 void MainEvents::ConnectPictures() {
     MainControls& ui = main.ui;
-    ui.imgPicture.OnClick = [this] { Ignoring([this] { main.screen.ClickPicture(); }); };
-    ui.lblJustWithPics.OnClick = [this] { main.screen.ClickJustWithPics(); };
-    ui.imgAddToFavorites.OnClick = [this] {
+    ui.imgPicture.OnClick = Quietly([this] { main.screen.ClickPicture(); });
+    ui.lblJustWithPics.OnClick = Quietly([this] { main.screen.ClickJustWithPics(); });
+    ui.imgAddToFavorites.OnClick = Quietly([this] {
         main.SoundClick();
-        Ignoring([this] { main.favorites.AddToFavorites(main.viewer.CurrentRecipe()); });
-    };
+        main.favorites.AddToFavorites(main.viewer.CurrentRecipe());
+    });
     const auto connectSort = [this](Image& image, const std::string& key, std::int16_t column) {
         image.OnMouseDown = [this, &image, key](int, int, float, float) {
-            main.screen.DoButton(image, key + "Pressed");
+            Ignoring([&] { main.screen.DoButton(image, key + "Pressed"); });
         };
         image.OnMouseUp = [this, &image, key](int, int, float, float) {
-            main.screen.DoButton(image, key);
+            Ignoring([&] { main.screen.DoButton(image, key); });
         };
-        image.OnClick = [this, column] { main.recipes.SortListBy(column, 0); };
+        image.OnClick = Quietly([this, column] { main.recipes.SortListBy(column, 0); });
     };
     connectSort(ui.imgSortByName, "ByName", 3);
     connectSort(ui.imgSortByNum, "ByNum", 2);
@@ -78,14 +90,14 @@ void MainEvents::ConnectMenu() {
         const ListItem* line = main.ui.lvwX2.SelectedItem();
         return line == nullptr ? -1 : ToLong(line->Tag);
     };
-    main.ui.mnuPopUpAddToFavorites.OnClick = [this, selectedNumber] {
+    main.ui.mnuPopUpAddToFavorites.OnClick = Quietly([this, selectedNumber] {
         main.SoundClick();
-        Ignoring([&] { main.favorites.AddToFavorites(selectedNumber()); });
-    };
-    main.ui.mnuPopUpRemoveFromFavorites.OnClick = [this, selectedNumber] {
+        main.favorites.AddToFavorites(selectedNumber());
+    });
+    main.ui.mnuPopUpRemoveFromFavorites.OnClick = Quietly([this, selectedNumber] {
         main.SoundClick();
-        Ignoring([&] { main.favorites.RemoveFromFavorites(selectedNumber()); });
-    };
+        main.favorites.RemoveFromFavorites(selectedNumber());
+    });
     // Writing in recipes is not open yet: the entries show which recipes it will be for.
     main.ui.mnuPopUpEdit.Enabled = false;
     main.ui.mnuPopUpDelete.Enabled = false;

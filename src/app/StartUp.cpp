@@ -46,14 +46,22 @@ bool StartUp::ChoosePaths() {
     return true;
 }
 
+std::vector<char> StartUp::MapDiscs() {
+    std::vector<char> letters;
+    main.objFSO.ForgetDrives();
+    for (const Drive& drive : main.drives.List()) {
+        if (drive.DriveType != Drive::CdRom || drive.MountPoint.empty()) continue;
+        main.objFSO.MapDrive(drive.DriveLetter, drive.MountPoint);
+        letters.push_back(drive.DriveLetter);
+    }
+    return letters;
+}
+
 std::string StartUp::FindCD() {
     for (;;) {
         std::string found;
-        main.objFSO.ForgetDrives();
-        for (const Drive& drive : main.drives.List()) {
-            if (drive.DriveType != Drive::CdRom || drive.MountPoint.empty()) continue;
-            main.objFSO.MapDrive(drive.DriveLetter, drive.MountPoint);
-            const std::string root = std::string(1, drive.DriveLetter) + ":\\";
+        for (const char letter : MapDiscs()) {
+            const std::string root = std::string(1, letter) + ":\\";
             if (main.objFSO.FileExists(root + "Data\\Recipes.ydb")) found = root + "Data\\";
         }
         if (!found.empty()) return found;

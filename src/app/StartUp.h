@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace larder {
 
@@ -21,6 +22,9 @@ class StartUp {
     // Sets strPathCD and strVideoPath: the hard disk, unless the command line asks for the disc
     // or the recipes are not on the hard disk. False when there is neither.
     bool ChoosePaths();
+    // Makes the letters of the drives lead to where their discs are mounted now, and those of empty
+    // drives nowhere. Gives the letters of the optical drives that hold a disc, in their order.
+    std::vector<char> MapDiscs();
     // Letter + ":\Data\" of the last optical drive that holds the recipes; empty when the user
     // gave up.
     std::string FindCD();

@@ -46,7 +46,7 @@ void frmMain::LogLine(const std::string& strLine) {
 
 void frmMain::SoundClick() {
     // The folder that the program was started in holds the sound beside the Data folder.
-    sound_.Play(app.CurrentFolder() + "/Click.wav");
+    sound.Play(objFSO.Native(objFSO.Alias(app.CurrentFolder()) + "\\Click.wav"));
 }
 
 bool frmMain::HasPicture(const std::string& strRecipeNum) const {
@@ -70,8 +70,11 @@ void frmMain::ReportRecipesFound(const std::string& append) {
 }
 
 bool frmMain::AskOkCancel(const std::string& text) {
-    return dialogs.MessageBox(text, Dialogs::Buttons::OkCancel, Dialogs::Icon::Exclamation,
-                              "Tidewell Larder") == Dialogs::Answer::Ok;
+    const auto answer = dialogs.MessageBox(text, Dialogs::Buttons::OkCancel,
+                                           Dialogs::Icon::Exclamation, "Tidewell Larder");
+    if (answer != Dialogs::Answer::Ok) return false;
+    startUp.MapDiscs();
+    return true;
 }
 
 }  // namespace larder

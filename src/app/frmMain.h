@@ -57,10 +57,14 @@ class frmMain final : private GrowingListObserver, private DiscQuestion {
     void LogLine(const std::string& strLine);
     // The sound of every button and list press.
     void SoundClick();
+    // Asks the user for the disc. True for OK: the drives have been looked at anew by then, because
+    // a disc may come back at another place.
+    bool AskOkCancel(const std::string& text) override;
 
     Application& app;
     Dialogs& dialogs;
     Drives& drives;
+    Sound sound;
 
     // Data.
     Paths objFSO;
@@ -108,9 +112,6 @@ class frmMain final : private GrowingListObserver, private DiscQuestion {
     void ReportRecipesFound(const std::string& append) override;
     void LetEventsRun() override { Application::DoEvents(); }
 
-    bool AskOkCancel(const std::string& text) override;
-
-    Sound sound_;
     std::ofstream objLogFile;
     int exitStatus_ = 0;
     bool unloaded_ = false;

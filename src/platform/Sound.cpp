@@ -18,6 +18,7 @@ Sound::Sound() = default;
 Sound::~Sound() = default;
 
 void Sound::Play(const std::string& nativePath) {
+    if (OnPlay) OnPlay(nativePath);
     const QString path = QFile::decodeName(QByteArray::fromStdString(nativePath));
     if (!QFile::exists(path)) return;
     if (player_ == nullptr) {

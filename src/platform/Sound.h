@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -12,6 +13,10 @@ class Sound {
     Sound();
     ~Sound();
     void Play(const std::string& nativePath);
+
+    // Told of every sound before it is played, whether or not it can be heard. A failure that it
+    // raises leaves Play. Empty in a normal run.
+    std::function<void(const std::string& nativePath)> OnPlay;
 
   private:
     class Player;

@@ -13,6 +13,7 @@
 #include <QWidget>
 #include <cmath>
 #include <utility>
+#include <vector>
 
 #include "platform/Handlers.h"
 #include "platform/KeyPreview.h"
@@ -32,10 +33,8 @@ class Window::Widget : public QWidget, public KeyPreview::Previewer {
 
     // Windows that this one owns outlive its widget: they belong to objects of their own.
     ~Widget() override {
-        const auto children = findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
-        for (QWidget* child : children) {
-            if (auto* owned = dynamic_cast<Widget*>(child)) owned->setParent(nullptr);
-        }
+        for (Widget* owned : Owned())
+            owned->setParent(nullptr);
     }
 
     bool Previews(QKeyEvent& event) override {
@@ -101,7 +100,11 @@ class Window::Widget : public QWidget, public KeyPreview::Previewer {
         }
         closing_ = true;
         const bool closes = !window_.OnQueryUnload || Fire(window_.OnQueryUnload);
-        if (closes) Fire(window_.OnUnload);
+        if (closes) {
+            Fire(window_.OnUnload);
+            for (Widget* owned : Owned())
+                owned->hide();
+        }
         closing_ = false;
         event->setAccepted(closes);
     }
@@ -112,6 +115,14 @@ class Window::Widget : public QWidget, public KeyPreview::Previewer {
     }
 
   private:
+    std::vector<Widget*> Owned() const {
+        std::vector<Widget*> owned;
+        for (QWidget* child : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+            if (auto* window = dynamic_cast<Widget*>(child)) owned.push_back(window);
+        }
+        return owned;
+    }
+
     bool LooksAtAltWith(const QEvent& event) const {
         return window_.OnKeyDown &&
                static_cast<const QKeyEvent&>(event).modifiers() == Qt::AltModifier;

@@ -46,7 +46,7 @@ class Window : public Container {
     bool Visible() const;
     void BringToFront();
     // As the user closes it: OnQueryUnload may refuse; OnUnload runs, then the window is gone from
-    // the screen. It can be shown again.
+    // the screen, and with it the windows that it owns. It can be shown again.
     void Close();
 
     // The control of this window that has the focus; null when none has.

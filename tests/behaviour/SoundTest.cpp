@@ -19,5 +19,13 @@ TEST(ASound, ThatCannotBePlayedIsNoFailure) {
     EXPECT_NO_THROW(sound.Play(folder.Native("noise.wav")));
 }
 
+TEST(ASound, IsToldBeforeItIsLookedFor) {
+    Sound sound;
+    std::string played;
+    sound.OnPlay = [&](const std::string& path) { played = path; };
+    sound.Play("/nonexistent/Click.wav");
+    EXPECT_EQ(played, "/nonexistent/Click.wav");
+}
+
 }  // namespace
 }  // namespace larder

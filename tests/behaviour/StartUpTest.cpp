@@ -7,6 +7,7 @@
 #include "app/frmMain.h"
 #include "behaviour/support/MainWindowFixture.h"
 #include "store/FileNumbers.h"
+#include "support/Unprivileged.h"
 
 namespace larder::test {
 namespace {
@@ -284,6 +285,62 @@ TEST_F(StartUpTest, ADiscThatIsGoneDuringTheRunIsAskedForByTheNextRead) {
     EXPECT_NE(Main().ui.rtbSee.Text().find("Cod from disk"), std::string::npos);
 }
 
+TEST_F(StartUpTest, ADiscThatComesBackAtAnotherPlaceIsFoundAgain) {
+    Insert('E', MakeDisc("disc", "face"));
+    ASSERT_TRUE(Start("/CD"));
+    ASSERT_EQ(TitleOf(1), "Cod from face");
+    Main().files.Close(filenumber::Recipes);  // as every writer does
+    Folder.Rename("disc", "again");
+    Machine.Now.back().MountPoint = "";
+    Boxes.Then(Dialogs::Answer::Ok);
+    Boxes.Then(Dialogs::Answer::Ok,
+               [&] { Machine.Now.back().MountPoint = Folder.Native("again"); });
+    EXPECT_EQ(TitleOf(1), "Cod from face");
+    EXPECT_EQ(Boxes.Shown.size(), 2U);
+    EXPECT_TRUE(Main().viewer.ShowRecipe(2));
+    EXPECT_EQ(Boxes.Shown.size(), 2U);
+}
+
+TEST_F(StartUpTest, CancelAtTheQuestionForADiscLooksAtNoDrive) {
+    ASSERT_TRUE(Start());
+    const int before = Machine.Asked;
+    EXPECT_FALSE(Main().AskOkCancel("The disc?"));
+    EXPECT_EQ(Machine.Asked, before);
+    Boxes.Then(Dialogs::Answer::Ok);
+    EXPECT_TRUE(Main().AskOkCancel("The disc?"));
+    EXPECT_EQ(Machine.Asked, before + 1);
+}
+
+TEST_F(StartUpTest, ADataFolderThatMustNotBeWrittenIsFatalWithItsReasonWhenAnIndexIsToBeMade) {
+    Book.WriteTo(Folder);
+    fs::permissions(Folder.Native("Data"),
+                    fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
+                    fs::perm_options::remove);
+    {
+        const Unprivileged unprivileged;
+        EXPECT_FALSE(Restart());
+    }
+    fs::permissions(Folder.Native("Data"), fs::perms::all);
+    ExpectFatal("Custom Recipes Index.ind");
+    EXPECT_NE(Boxes.Shown[0].Text.find(FailureText(failure::PathAccess)), std::string::npos)
+        << Boxes.Shown[0].Text;
+}
+
+TEST_F(StartUpTest, ADataFolderThatMustNotBeWrittenOpensWhenAllItsFilesAreThere) {
+    Book.AddOwn("Mine");
+    Book.WriteTo(Folder);
+    fs::permissions(Folder.Native("Data"),
+                    fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
+                    fs::perm_options::remove);
+    {
+        const Unprivileged unprivileged;
+        EXPECT_TRUE(Restart());
+        EXPECT_EQ(TitleOf(3), "Mine");
+    }
+    fs::permissions(Folder.Native("Data"), fs::perms::all);
+    EXPECT_TRUE(Boxes.Shown.empty());
+}
+
 TEST_F(StartUpTest, AMissingDescriptionTextIsFatalAndNamed) {
     Book.WriteTo(Folder);
     Folder.Delete("Data/CategyD.ydb");
@@ -375,6 +432,24 @@ TEST_F(StartUpTest, AResizeBeforeTheCategoriesAreThereDoesNothing) {
     EXPECT_GT(Main().LinesInList[0], 0);
 }
 
+TEST_F(StartUpTest, AResizeWhileTheCategoriesAreReadMovesNoControl) {
+    Book.WriteTo(Folder);
+    application->StartAgain(Folder.Native(), "");
+    frmMain main(*application, Boxes, Machine);
+    bool read = false;
+    main.files.Watch([&](const NumberedFiles::Access& access) {
+        if (read || access.Kind != "open" || !access.Path.ends_with("Categories.ctg")) return;
+        read = true;
+        main.ui.window.SetClientSize(700 * TwipsPerPixel, 500 * TwipsPerPixel);
+        main.ui.window.OnResize();
+        EXPECT_FLOAT_EQ(main.ui.ibReset.Width(), 150 * TwipsPerPixel);
+        EXPECT_EQ(main.LinesInList[0], 0);
+    });
+    ASSERT_TRUE(main.Load());
+    EXPECT_TRUE(read);
+    EXPECT_GT(main.LinesInList[0], 0);
+}
+
 TEST_F(StartUpTest, TheDesignSizeIsThatOfTheGround) {
     ASSERT_TRUE(Start());
     EXPECT_FLOAT_EQ(Main().layout.sngDesignClientWidth, 1024 * TwipsPerPixel);
@@ -388,40 +463,6 @@ TEST_F(StartUpTest, AStartWritesNothingButTheMissingIndexOfOwnRecipes) {
     ASSERT_TRUE(Restart());
     before["Data/Custom Recipes Index.ind"] = "";
     EXPECT_TRUE(Files() == before);
-}
-
-TEST_F(StartUpTest, TheExitButtonClosesTheFilesAndTheWindowAndWritesNothing) {
-    ASSERT_TRUE(Start("/E"));
-    const auto before = Files();
-    PressLine(2, 1);
-    Main().viewer.Modified = true;
-    Click("ibExit");
-    EXPECT_FALSE(Main().ui.window.Visible());
-    for (const int number : {1, 2, 3, 4, 21, 22}) {
-        EXPECT_FALSE(Main().files.IsOpen(number)) << number;
-    }
-    EXPECT_TRUE(Boxes.Shown.empty());
-    EXPECT_TRUE(Files() == before);
-    EXPECT_EQ(application->Run(), 0);
-}
-
-TEST_F(StartUpTest, ClosingTheWindowInAnotherWayEndsTheProgramAsTheExitButtonDoes) {
-    ASSERT_TRUE(Start());
-    Main().ui.window.Native()->close();
-    EXPECT_FALSE(Main().ui.window.Visible());
-    EXPECT_FALSE(Main().files.IsOpen(filenumber::Recipes));
-    EXPECT_EQ(application->Run(), 0);
-}
-
-TEST_F(StartUpTest, ClosingDuringAFillEndsTheFill) {
-    Book.AddManyStock(200);
-    Book.Numbers("LONG") = NumbersFrom(1, 200);
-    ASSERT_TRUE(Start());
-    Later([this] { Main().ui.window.Close(); });
-    ClickCategory("LONG");
-    EXPECT_LT(Main().VList[1].Count(), 200);
-    EXPECT_FALSE(Main().files.IsOpen(filenumber::Recipes));
-    EXPECT_EQ(application->Run(), 0);
 }
 
 TEST_F(StartUpTest, ALineForTheLogGoesNowhere) {
