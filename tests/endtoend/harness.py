@@ -288,6 +288,17 @@ class CookBook:
 
         return wait_for(f'a message with "{part}"', find)
 
+    def answer(self, key):
+        """Presses a key in the message box, once its button has the focus."""
+
+        def ready():
+            return any(node.get_role() == Atspi.Role.PUSH_BUTTON
+                       and node.get_state_set().contains(Atspi.StateType.FOCUSED)
+                       for node in _descendants(self.application()))
+
+        wait_for("a message that listens to keys", ready)
+        self.desktop.press(key)
+
     def is_showing(self, name):
         return any(node.get_name() == name
                    and node.get_state_set().contains(Atspi.StateType.SHOWING)
