@@ -38,10 +38,10 @@ struct LabelLook {
 
 }  // namespace
 
-const Rectangle MainControls::Shape1 = Pixels(556, 74, 428, 536);
-const Rectangle MainControls::Shape2 = Pixels(556, 300, 428, 310);
-const Rectangle MainControls::Shape3 = Pixels(556, 74, 428, 536);
-const Rectangle MainControls::ShapeBrowser = Pixels(542, 64, 462, 554);
+const Rectangle MainControls::Shape1 = Pixels(582, 74, 402, 536);
+const Rectangle MainControls::Shape2 = Pixels(582, 300, 402, 310);
+const Rectangle MainControls::Shape3 = Pixels(582, 74, 402, 536);
+const Rectangle MainControls::ShapeBrowser = Pixels(574, 64, 430, 554);
 
 MainControls::MainControls() {
     window.SetCaption("Tidewell Larder");
@@ -83,37 +83,37 @@ void MainControls::PlaceControls() {
     const std::array<Placed, 38> table{{
         {imgBackGroundMain, Pixels(0, 0, 1024, 720), "", "", true},
         {imgWaterMark1, Pixels(14, 112, 212, 512), "", "", true},
-        {imgWaterMark2, Pixels(260, 112, 238, 512), "", "", true},
-        {imgWaterMark3, Pixels(546, 68, 440, 546), "", "", true},
+        {imgWaterMark2, Pixels(260, 112, 270, 512), "", "", true},
+        {imgWaterMark3, Pixels(578, 68, 408, 546), "", "", true},
         {chkFocusCatcher, Pixels(0, 0, 1, 1), "", "", true},
-        {lblCategory, Pixels(26, 64, 352, 30), "Category", "", true},
-        {lblFound, Pixels(382, 68, 126, 24), "Recipes found", "", true},
-        {lblTotal, Pixels(446, 15, 62, 22), "Recipes in the database", "", true},
-        {lblRecipeNum, Pixels(540, 14, 70, 34), "Recipe number", "", true},
-        {chkJustWithPictures, Pixels(290, 42, 18, 18), "Only recipes with pictures", "", false},
-        {lblJustWithPics, Pixels(312, 42, 198, 18), "", "Show only recipes with pictures.", false},
+        {lblCategory, Pixels(26, 64, 384, 30), "Category", "", true},
+        {lblFound, Pixels(414, 68, 126, 24), "Recipes found", "", true},
+        {lblTotal, Pixels(478, 15, 62, 22), "Recipes in the database", "", true},
+        {lblRecipeNum, Pixels(572, 14, 70, 34), "Recipe number", "", true},
+        {chkJustWithPictures, Pixels(322, 42, 18, 18), "Only recipes with pictures", "", false},
+        {lblJustWithPics, Pixels(344, 42, 198, 18), "", "Show only recipes with pictures.", false},
         {lvwX1, Pixels(20, 118, 202, 500), "Categories", "", true},
-        {imgSortByNum, Pixels(424, 39, 41, 20), "Sort by number", "Sort by number", true},
-        {imgSortByName, Pixels(467, 39, 41, 20), "Sort by name", "Sort by name", true},
-        {lvwX2, Pixels(264, 118, 234, 500), "Recipes", "", true},
-        {ibRecipeButton, Pixels(612, 12, 92, 38), "Recipe", "", true},
-        {ibPhotoButton, Pixels(706, 12, 92, 38), "Photo", "", true},
-        {imgAddToFavorites, Pixels(806, 12, 38, 38), "Add to favorites",
+        {imgSortByNum, Pixels(456, 39, 41, 20), "Sort by number", "Sort by number", true},
+        {imgSortByName, Pixels(499, 39, 41, 20), "Sort by name", "Sort by name", true},
+        {lvwX2, Pixels(264, 118, 266, 500), "Recipes", "", true},
+        {ibRecipeButton, Pixels(644, 12, 92, 38), "Recipe", "", true},
+        {ibPhotoButton, Pixels(738, 12, 92, 38), "Photo", "", true},
+        {imgAddToFavorites, Pixels(837, 12, 38, 38), "Add to favorites",
          "Click to add current recipe to Favorites", true},
-        {ibBack, Pixels(880, 12, 62, 38), "Back", "Previous recipe (Alt+B)", true},
+        {ibBack, Pixels(882, 12, 62, 38), "Back", "Previous recipe (Alt+B)", true},
         {ibNext, Pixels(946, 12, 62, 38), "Next", "Next recipe (Alt+N)", true},
-        {frPic, Pixels(556, 74, 428, 536), "", "", false},
-        {imgPicture, Pixels(0, 0, 428, 536), "Picture", "Click to see recipe", true},
+        {frPic, Pixels(582, 74, 402, 536), "", "", false},
+        {imgPicture, Pixels(0, 0, 402, 536), "Picture", "Click to see recipe", true},
         {rtbSee, Shape1, "Recipe text", "", false},
         {rtbT, Pixels(0, 0, 100, 100), "", "", false},
-        {ibELeft, Pixels(690, 62, 40, 32), "Previous", "Previous ", false},
-        {ibERight, Pixels(800, 62, 40, 32), "Next of the family", "Next", false},
-        {lblFamily, Pixels(732, 66, 66, 24), "Place in the family", "", false},
+        {ibELeft, Pixels(706, 62, 40, 32), "Previous", "Previous ", false},
+        {ibERight, Pixels(816, 62, 40, 32), "Next of the family", "Next", false},
+        {lblFamily, Pixels(748, 66, 66, 24), "Place in the family", "", false},
         {lblScroll1, Pixels(228, 134, 16, 468), "", "", false},
-        {lblScroll2, Pixels(502, 134, 16, 468), "", "", false},
+        {lblScroll2, Pixels(534, 134, 16, 468), "", "", false},
         {lblScroll3, Pixels(988, 92, 16, 502), "", "", false},
         {imgGarlic1, Pixels(227, 134, 18, 24), "", "", false},
-        {imgGarlic2, Pixels(501, 134, 18, 24), "", "", false},
+        {imgGarlic2, Pixels(533, 134, 18, 24), "", "", false},
         {imgGarlic3, Pixels(987, 92, 18, 24), "", "", false},
         {ibReset, Pixels(12, 638, 150, 72), "Favorites", "Return To Favorites", true},
         {ibAdd, Pixels(182, 638, 150, 72), "Add", "Add/Remove Recipes", true},
