@@ -70,6 +70,7 @@ void frmMain::ReportRecipesFound(const std::string& append) {
 }
 
 bool frmMain::AskOkCancel(const std::string& text) {
+    if (unloaded_) return false;  // a fill that is just ending; nobody is there to answer
     const auto answer = dialogs.MessageBox(text, Dialogs::Buttons::OkCancel,
                                            Dialogs::Icon::Exclamation, "Tidewell Larder");
     if (answer != Dialogs::Answer::Ok) return false;

@@ -58,7 +58,7 @@ class frmMain final : private GrowingListObserver, private DiscQuestion {
     // The sound of every button and list press.
     void SoundClick();
     // Asks the user for the disc. True for OK: the drives have been looked at anew by then, because
-    // a disc may come back at another place.
+    // a disc may come back at another place. A closed window asks nothing.
     bool AskOkCancel(const std::string& text) override;
 
     Application& app;

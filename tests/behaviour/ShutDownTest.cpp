@@ -56,6 +56,15 @@ TEST_F(ShutDownTest, ClosingTheWindowTakesTheFindDialogWithItAndEndsTheProgram) 
     EXPECT_EQ(application->Run(), 0);
 }
 
+TEST_F(ShutDownTest, AClosedWindowAsksForNoDisc) {
+    ASSERT_TRUE(Start());
+    Main().ui.window.Close();
+    Folder.Delete("Data/Recipes.ydb");
+    EXPECT_EQ(Main().store.GetRecipeTitle(1), "No Disk Error");
+    EXPECT_EQ(Main().store.GetRecipeRTF(1), "");
+    EXPECT_TRUE(Boxes.Shown.empty());
+}
+
 TEST_F(ShutDownTest, ClosingDuringAFillEndsTheFill) {
     Book.AddManyStock(200);
     Book.Numbers("LONG") = NumbersFrom(1, 200);
