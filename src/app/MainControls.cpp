@@ -181,6 +181,7 @@ void MainControls::DressLabels() {
         row.label.SetForeColor(row.color);
         row.label.SetAlignment(row.alignment);
     }
+    lblJustWithPics.SetCaption("Show only recipes with pictures.");
 }
 
 void MainControls::DressLists() {

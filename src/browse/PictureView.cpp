@@ -29,12 +29,12 @@ void PictureView::ShowCurRecipePicture() {
 bool PictureView::UpdatePicture(float /*TopOffset*/, bool booSamePicture) {
     const bool shown = main.ui.frPic.Visible();
     main.ui.frPic.SetVisible(false);
-    const bool loaded = booSamePicture || LoadPicture();
+    if (!booSamePicture && !LoadPicture()) return false;
     // The picture's own size counts at every placing, so that it grows back with the window.
     const Picture& picture = main.ui.imgPicture.Shown();
     const auto height = static_cast<std::int32_t>(picture.PixelHeight() * TwipsPerPixel);
     const auto width = static_cast<std::int32_t>(picture.PixelWidth() * TwipsPerPixel);
-    const bool something = loaded && height > 0 && width > 0;
+    const bool something = height > 0 && width > 0;
     if (something) PlacePicture(height, width);
     main.ui.frPic.SetVisible(shown);
     return something;
@@ -47,7 +47,7 @@ bool PictureView::LoadPicture() {
             const std::string& file = main.pictures.strPictureFileName;
             image.SetPicture(file.empty() ? Picture()
                                           : Picture::FromFile(main.objFSO.Native(file)));
-            return !file.empty();
+            return true;
         } catch (const Failure& f) {
             if (f.Number == failure::FileNotFound || f.Number == failure::PathNotFound) {
                 main.pictures.strPictureFileName.clear();
@@ -96,7 +96,6 @@ void PictureView::Cover(const Rectangle& box, std::int32_t height, std::int32_t 
     main.ui.frPic.Move(box);
     FitRectangle(static_cast<std::int32_t>(box.Height), static_cast<std::int32_t>(box.Width),
                  height, width);
-    if (height <= 0 || width <= 0) return;
     const float r = static_cast<float>(height) / static_cast<float>(width);
     auto h = static_cast<float>(height);
     float w = 0;

@@ -1,5 +1,7 @@
 #include "layout/Util.h"
 
+#include <algorithm>
+
 namespace larder {
 
 void FitRectangle(std::int32_t maxHeight, std::int32_t maxWidth, std::int32_t& height,
@@ -7,11 +9,15 @@ void FitRectangle(std::int32_t maxHeight, std::int32_t maxWidth, std::int32_t& h
     if (height <= 0 || width <= 0) return;
     const std::int64_t ownHeight = height;
     const std::int64_t ownWidth = width;
-    height = maxHeight;
-    width = static_cast<std::int32_t>(maxHeight * ownWidth / ownHeight);
-    if (width <= maxWidth) return;
-    width = maxWidth;
-    height = static_cast<std::int32_t>(maxWidth * ownHeight / ownWidth);
+    const std::int64_t scaledWidth = maxHeight * ownWidth / ownHeight;
+    if (scaledWidth <= maxWidth) {
+        height = maxHeight;
+        width = static_cast<std::int32_t>(std::max<std::int64_t>(scaledWidth, 1));
+    } else {
+        width = maxWidth;
+        height =
+            static_cast<std::int32_t>(std::max<std::int64_t>(maxWidth * ownHeight / ownWidth, 1));
+    }
 }
 
 }  // namespace larder

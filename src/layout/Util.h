@@ -5,8 +5,8 @@
 namespace larder {
 
 // Scales a rectangle, in whole numbers, to fit into a frame with its proportions kept: its height
-// becomes the frame's, or, where it would then be too wide, its width does. Nothing happens to a
-// rectangle without a size.
+// becomes the frame's, or, where it would then be too wide, its width does. A side that would come
+// to nothing is 1. Nothing happens to a rectangle without a size.
 void FitRectangle(std::int32_t maxHeight, std::int32_t maxWidth, std::int32_t& height,
                   std::int32_t& width);
 

@@ -1,7 +1,5 @@
 #include "lists/PictureSet.h"
 
-#include <optional>
-
 #include "app/frmMain.h"
 #include "platform/Text.h"
 
@@ -22,13 +20,16 @@ bool PictureSet::HasPicture(const std::string& strRecipeNum) const {
 std::string PictureSet::CheckForAPicture(std::string strRecipeNum) {
     strPictureFileName.clear();
     if (strRecipeNum == "....") strRecipeNum = std::to_string(main.viewer.CurrentRecipe());
-    std::optional<std::int32_t> number;
-    Ignoring([&] { number = ToLong(strRecipeNum); });
     std::string folder = main.paths.strPhotosPathCD;
-    if (number && *number > main.store.OriginalNumRecords) {
-        folder = main.paths.strPhotosPath;
-    } else if (number && !WaitForPhotoFolder()) {
-        return {};
+    if (IsNumeric(strRecipeNum)) {
+        std::int32_t number = 0;
+        const int failed = Ignoring([&] { number = ToLong(strRecipeNum); });
+        if (failed != 0) return {};  // too long for any recipe
+        if (number > main.store.OriginalNumRecords) {
+            folder = main.paths.strPhotosPath;
+        } else if (!WaitForPhotoFolder()) {
+            return {};
+        }
     }
     strPictureFileName = FirstFile(folder + strRecipeNum);
     if (strPictureFileName.empty()) {

@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QWidget>
 
@@ -19,9 +20,9 @@ class Image::Widget : public QWidget {
     }
 
   protected:
-    void paintEvent(QPaintEvent*) override {
+    void paintEvent(QPaintEvent* event) override {
         QPainter painter(this);
-        PaintPicture(painter, image_.picture_, rect());
+        PaintPart(painter, image_.picture_, rect(), event->rect());
     }
 
     void mousePressEvent(QMouseEvent* event) override {

@@ -18,6 +18,10 @@ QPixmap PixmapOf(const Picture& picture, const QSize& devicePixels);
 // Draws it over the place, stretched, as sharp as the device can show.
 void PaintPicture(QPainter& painter, const Picture& picture, const QRect& place);
 
+// The same for a place of any size, of which the window shows the part `seen`: a narrow strip that
+// covers a wide frame is a thousand times longer than the screen.
+void PaintPart(QPainter& painter, const Picture& picture, const QRect& place, const QRect& seen);
+
 // The picture with the colour of its first pixel taken away, for a photograph without a
 // transparent ground of its own; any other picture as it is.
 Picture WithoutGround(const Picture& picture);

@@ -31,6 +31,8 @@ constexpr char Source[] = "Picture.FromFile";
 constexpr qint64 PixelLimit = 100'000'000;
 // A photograph is kept at no more pixels than any screen has room for.
 constexpr int KeptSide = 4096;
+// What is larger than this on the device is rendered at this size and stretched.
+constexpr int RenderedSide = 2 * KeptSide;
 constexpr qint64 SvgLimit = 16 * 1024 * 1024;
 
 bool IsFolder(int descriptor) {
@@ -136,6 +138,25 @@ void PaintPicture(QPainter& painter, const Picture& picture, const QRect& place)
     const QSize size(qRound(place.width() * ratio), qRound(place.height() * ratio));
     const QPixmap pixmap = PixmapOf(picture, size);
     if (!pixmap.isNull()) painter.drawPixmap(place, pixmap);
+}
+
+void PaintPart(QPainter& painter, const Picture& picture, const QRect& place, const QRect& seen) {
+    const qreal ratio = painter.device()->devicePixelRatioF();
+    QSize size(qRound(place.width() * ratio), qRound(place.height() * ratio));
+    if (std::max(size.width(), size.height()) <= RenderedSide) {
+        PaintPicture(painter, picture, place);
+        return;
+    }
+    size = size.scaled(RenderedSide, RenderedSide, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+    const QPixmap pixmap = PixmapOf(picture, size);
+    if (pixmap.isNull()) return;
+    const QRectF part = QRectF(seen & place).translated(-place.topLeft());
+    const qreal across = qreal(size.width()) / place.width();
+    const qreal down = qreal(size.height()) / place.height();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(
+        QRectF(seen & place), pixmap,
+        {part.x() * across, part.y() * down, part.width() * across, part.height() * down});
 }
 
 Picture WithoutGround(const Picture& picture) {

@@ -1,10 +1,13 @@
 #include "browse/PictureView.h"
 
 #include <QImage>
+#include <QPainter>
 #include <QString>
+#include <QWidget>
 
 #include "app/frmMain.h"
 #include "behaviour/support/MainWindowFixture.h"
+#include "layout/Util.h"
 
 namespace larder::test {
 namespace {
@@ -86,6 +89,240 @@ TEST_F(PictureViewTest, AfterAResizeTheSamePictureIsPlacedWithoutReadingItsFile)
     Main().layout.ResizeIt();
     EXPECT_EQ(OnView(), "picture");
     EXPECT_FALSE(Main().ui.imgPicture.Shown().IsEmpty());
+}
+
+// The three cases of placing. Figures are pixels; an error of one comes from rounding.
+
+class PicturePlacing : public PictureViewTest {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(Start());
+        Resize(1024, 720);
+    }
+    void Resize(int width, int height) {
+        MainControls& ui = Main().ui;
+        ui.window.SetWindowState(Window::Normal);
+        ui.window.SetClientSize(static_cast<float>(width) * TwipsPerPixel,
+                                static_cast<float>(height) * TwipsPerPixel);
+        ASSERT_TRUE(WaitUntil([&] {
+            return ui.window.Native()->size() == QSize(width, height) &&
+                   ui.imgBackGroundMain.Width() == static_cast<float>(width) * TwipsPerPixel;
+        }));
+    }
+    // A picture with a red left, a green middle and a blue right, or so from top to bottom, the
+    // middle being `middle` of the whole. Loaded and placed.
+    void Load(int width, int height, float middle = 0.5F) {
+        QImage photo(width, height, QImage::Format_RGB32);
+        photo.fill(Qt::green);
+        const bool wide = width > height;
+        const int edge =
+            static_cast<int>(static_cast<float>(wide ? width : height) * (1 - middle) / 2);
+        QPainter painter(&photo);
+        painter.fillRect(0, 0, wide ? edge : width, wide ? height : edge, Qt::red);
+        painter.fillRect(wide ? width - edge : 0, wide ? 0 : height - edge, wide ? edge : width,
+                         wide ? height : edge, Qt::blue);
+        painter.end();
+        const std::string file = Folder.Native("Data/Food Photos/3.png");
+        ASSERT_TRUE(photo.save(QString::fromStdString(file)));
+        Main().pictures.strPictureFileName = Main().objFSO.Alias(file);
+        EXPECT_TRUE(Main().pictureView.UpdatePicture(0, false));
+        Main().ui.frPic.SetVisible(true);
+    }
+    void AsDescription() {
+        Main().ui.rtbSee.SetText("");
+        Main().screen.SetEncyclopediaMode(true);
+    }
+    void AsPageOf(const std::string& category) {
+        Main().ui.rtbSee.SetText("A text.");
+        Main().ui.lblCategory.SetCaption(category);
+        Main().screen.SetEncyclopediaMode(true);
+    }
+    void AsRecipe() { Main().screen.SetEncyclopediaMode(false); }
+
+    static Rectangle Pixels(const Rectangle& twips) {
+        return {twips.Left / TwipsPerPixel, twips.Top / TwipsPerPixel, twips.Width / TwipsPerPixel,
+                twips.Height / TwipsPerPixel};
+    }
+    Rectangle Frame() { return Pixels(Main().ui.frPic.Place()); }
+    Rectangle InFrame() { return Pixels(Main().ui.imgPicture.Place()); }
+    static void ExpectPlace(const Rectangle& place, float left, float top, float width,
+                            float height) {
+        EXPECT_NEAR(place.Left, left, 1);
+        EXPECT_NEAR(place.Top, top, 1);
+        EXPECT_NEAR(place.Width, width, 1);
+        EXPECT_NEAR(place.Height, height, 1);
+    }
+    // The frame hugs the picture.
+    void ExpectWholePicture(float left, float top, float width, float height) {
+        ExpectPlace(Frame(), left, top, width, height);
+        ExpectPlace(InFrame(), 0, 0, width, height);
+    }
+    QColor ColorAt(int x, int y) { return Widget("frPic")->grab().toImage().pixelColor(x, y); }
+};
+
+// The box of a description is 428 × 536 at 556, 74; that of a recipe 440 × 546 at 546, 68; that of
+// a page 462 × 554 at 542, 64.
+
+TEST_F(PicturePlacing, AWidePictureOfADescriptionIsAsWideAsItsBox) {
+    AsDescription();
+    Load(1712, 856);
+    ExpectWholePicture(556, 74 + (536 - 214) / 2, 428, 214);
+}
+
+TEST_F(PicturePlacing, ATallPictureOfADescriptionIsAsHighAsItsBox) {
+    AsDescription();
+    Load(400, 1072);
+    ExpectWholePicture(556 + (428 - 200) / 2, 74, 200, 536);
+}
+
+TEST_F(PicturePlacing, ASmallPictureOfADescriptionKeepsItsSize) {
+    AsDescription();
+    Load(100, 50);
+    ExpectWholePicture(556 + (428 - 100) / 2, 74 + (536 - 50) / 2, 100, 50);
+}
+
+TEST_F(PicturePlacing, APictureThatJustFitsKeepsItsSize) {
+    AsDescription();
+    Load(428, 536);
+    ExpectWholePicture(556, 74, 428, 536);
+    AsRecipe();
+    Load(440, 20);
+    ExpectWholePicture(546, 68 + (546 - 20) / 2, 440, 20);
+}
+
+TEST_F(PicturePlacing, WithoutATextThePageOfACategoryIsPlacedAsADescription) {
+    AsPageOf("MY FAVORITES");
+    AsDescription();
+    Load(100, 50);
+    ExpectWholePicture(556 + (428 - 100) / 2, 74 + (536 - 50) / 2, 100, 50);
+}
+
+TEST_F(PicturePlacing, AWidePictureOfAPageFillsItsHeightAndIsCutAlikeOnBothSides) {
+    for (const char* category : {"MY FAVORITES", "ALL RECIPES"}) {
+        AsPageOf(category);
+        Load(2216, 1108);
+        ExpectPlace(Frame(), 542, 64, 462, 554);
+        ExpectPlace(InFrame(), (462 - 1108) / 2, 0, 1108, 554);
+        // The middle half is 554 wide: nothing else is seen.
+        for (const int x : {0, 230, 461}) {
+            EXPECT_EQ(ColorAt(x, 0), QColor(Qt::green)) << x;
+            EXPECT_EQ(ColorAt(x, 553), QColor(Qt::green)) << x;
+        }
+    }
+}
+
+TEST_F(PicturePlacing, ATallPictureOfAPageFillsItsWidthAndIsCutAlikeAboveAndBelow) {
+    AsPageOf("ALL RECIPES");
+    Load(924, 2772);
+    ExpectPlace(Frame(), 542, 64, 462, 554);
+    ExpectPlace(InFrame(), 0, (554 - 1386) / 2, 462, 1386);
+    for (const int y : {0, 277, 553})
+        EXPECT_EQ(ColorAt(231, y), QColor(Qt::green)) << y;
+}
+
+TEST_F(PicturePlacing, ASmallPictureOfAPageIsEnlarged) {
+    AsPageOf("ALL RECIPES");
+    Load(60, 20, 0.1F);
+    ExpectPlace(Frame(), 542, 64, 462, 554);
+    ExpectPlace(InFrame(), (462 - 1662) / 2, 0, 1662, 554);
+}
+
+TEST_F(PicturePlacing, APictureOfThePagesShapeFillsItExactly) {
+    AsPageOf("ALL RECIPES");
+    Load(231, 277);
+    ExpectPlace(InFrame(), 0, 0, 462, 554);
+}
+
+TEST_F(PicturePlacing, AStripThatCoversAPageIsPaintedWithoutRenderingWhatIsNotSeen) {
+    AsPageOf("ALL RECIPES");
+    Load(10000, 2, 0.5F);
+    ExpectPlace(Frame(), 542, 64, 462, 554);
+    EXPECT_GT(InFrame().Width, 1'000'000);
+    for (const int x : {0, 461})
+        EXPECT_EQ(ColorAt(x, 277), QColor(Qt::green)) << x;
+}
+
+TEST_F(PicturePlacing, APictureOfAnyOtherPageIsPlacedAsThatOfARecipe) {
+    AsPageOf("SOUPS");
+    Load(880, 440);
+    ExpectWholePicture(546, 68 + (546 - 220) / 2, 440, 220);
+}
+
+TEST_F(PicturePlacing, ARecipeAmongTheFavouritesIsPlacedAsAnyRecipe) {
+    for (const char* category : {"MY FAVORITES", "ALL RECIPES"}) {
+        AsPageOf(category);
+        AsRecipe();
+        Load(880, 440);
+        ExpectWholePicture(546, 68 + (546 - 220) / 2, 440, 220);
+        Load(440, 1092);
+        ExpectWholePicture(546 + (440 - 220) / 2, 68, 220, 546);
+    }
+}
+
+TEST_F(PicturePlacing, AfterTheWindowWasSmallThePictureGrowsBack) {
+    AsRecipe();
+    Load(400, 300);
+    const Rectangle before = Frame();
+    Resize(512, 360);
+    ExpectWholePicture(273, 34 + (273 - 165) / 2, 220, 165);
+    Resize(1024, 720);
+    ExpectPlace(Frame(), before.Left, before.Top, 400, 300);
+}
+
+TEST_F(PicturePlacing, ASmallPictureStaysSmallInALargeWindow) {
+    AsRecipe();
+    Load(100, 50);
+    Resize(2048, 1440);
+    ExpectWholePicture(1092 + (880 - 100) / 2, 136 + (1092 - 50) / 2, 100, 50);
+}
+
+TEST_F(PicturePlacing, ThePlacingKeepsTheFrameShownOrHidden) {
+    AsRecipe();
+    Load(100, 50);
+    Main().pictureView.UpdatePicture(0, true);
+    EXPECT_TRUE(Main().ui.frPic.Visible());
+    Main().ui.frPic.SetVisible(false);
+    Main().pictureView.UpdatePicture(0, true);
+    EXPECT_FALSE(Main().ui.frPic.Visible());
+}
+
+TEST_F(PicturePlacing, WithoutAPictureNothingIsPlacedAndNothingSaid) {
+    const Rectangle before = Frame();
+    EXPECT_FALSE(Main().pictureView.UpdatePicture(0, true));
+    EXPECT_FALSE(Main().pictureView.UpdatePicture(0, false));
+    ExpectPlace(Frame(), before.Left, before.Top, before.Width, before.Height);
+    EXPECT_TRUE(Boxes.Shown.empty());
+}
+
+TEST(FitRectangle, KeepsTheRatioAndFillsOneSide) {
+    std::int32_t height = 3000;
+    std::int32_t width = 1000;
+    FitRectangle(600, 400, height, width);
+    EXPECT_EQ(height, 600);
+    EXPECT_EQ(width, 200);
+    height = 10;
+    width = 40;
+    FitRectangle(600, 400, height, width);
+    EXPECT_EQ(height, 100);
+    EXPECT_EQ(width, 400);
+}
+
+TEST(FitRectangle, OfNoSizeStaysAndOfAHugeOneNothingIsLost) {
+    std::int32_t height = 0;
+    std::int32_t width = 40;
+    FitRectangle(600, 400, height, width);
+    EXPECT_EQ(height, 0);
+    EXPECT_EQ(width, 40);
+    height = 2'000'000'000;
+    width = 2'000'000'000;
+    FitRectangle(100'000, 200'000, height, width);
+    EXPECT_EQ(height, 100'000);
+    EXPECT_EQ(width, 100'000);
+    height = 1;
+    width = 100'000;
+    FitRectangle(600, 400, height, width);
+    EXPECT_EQ(height, 1) << "a strip does not vanish";
+    EXPECT_EQ(width, 400);
 }
 
 TEST_F(PictureViewTest, AddingTheRecipeOnViewToTheFavoritesLeavesTheFocusWhereItWas) {
