@@ -33,6 +33,9 @@ class RecipeList {
     // not final: the list grows under the user's eyes.
     void DecorateWait(bool booStart, const std::string& strWhat);
     void SetColumnsForRecipes_X2();
+    // A list that has just been made and is empty, though only pictures were asked for: offers to
+    // take the tick away.
+    void AskAboutPictures();
     // Sorts the lines of the window by a column (2 number, 3 title), not the list: the next fill
     // writes them in list order again. Order 0 sorts ascending, or reverses at the second time.
     void SortListBy(std::int16_t Column, std::int16_t Order);
@@ -46,7 +49,6 @@ class RecipeList {
     void FillVirtual(Fill& fill);
     bool FillFromNumbers(Fill& fill);  // false: a newer fill has taken the list over
     void Finish(const Fill& fill);
-    void AskAboutPictures();
     void WriteLine(int line, std::int32_t number, const std::string& title, int icon,
                    std::int32_t titleColor, const std::string& key, const std::string& tag);
 

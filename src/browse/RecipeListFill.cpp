@@ -163,7 +163,7 @@ void RecipeList::WriteLine(int line, std::int32_t number, const std::string& tit
 }
 
 void RecipeList::Finish(const Fill& fill) {
-    if (fill.newList && main.VList[1].Count() == 0) AskAboutPictures();
+    if (fill.newList) AskAboutPictures();
     main.lists.HighlightSelected(2, false);
     const bool dragging = !main.ui.imgGarlic2.Tag.empty() || !main.ui.lblScroll2.Tag.empty();
     if (dragging) main.lists.RefreshLvwX(2);
@@ -171,7 +171,7 @@ void RecipeList::Finish(const Fill& fill) {
 }
 
 void RecipeList::AskAboutPictures() {
-    if (main.ui.chkJustWithPictures.Value() == 0) return;
+    if (main.VList[1].Count() != 0 || main.ui.chkJustWithPictures.Value() == 0) return;
     const auto answer = main.dialogs.MessageBox(
         "No recipes with pictures found in this set.\n"
         "Do you want to see the recipes without pictures?",

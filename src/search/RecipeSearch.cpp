@@ -105,6 +105,7 @@ void RecipeSearch::ShowResult(bool searched, bool found) {
     if (searched) {
         main.strSelectedKey[1] = "1";
         main.recipes.ShowRecipesIn_lvwX2("same", 1, false, true);
+        main.recipes.AskAboutPictures();
     }
     main.recipes.ReportRecipesFound("");
     if (!found) return;

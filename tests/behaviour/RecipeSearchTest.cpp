@@ -189,6 +189,46 @@ TEST_F(Search, ABrokenIndexIsNotTold) {
     EXPECT_EQ(ShownNumbers(), (Numbers{4, 2})) << "the list stays as it was";
 }
 
+TEST_F(Search, AnEmptyResultWithOnlyPicturesAskedForIsAQuestionOnce) {
+    Main().ui.chkJustWithPictures.SetValue(1);
+    Boxes.Then(Dialogs::Answer::No);
+    FindWords("unicorn");
+    ASSERT_EQ(Boxes.Shown.size(), 1U);
+    EXPECT_EQ(Boxes.Shown[0].Text,
+              "No recipes with pictures found in this set.\n"
+              "Do you want to see the recipes without pictures?");
+    EXPECT_EQ(Boxes.Shown[0].Title, "The Galley Almanac");
+    EXPECT_EQ(Boxes.Shown[0].Buttons, Dialogs::Buttons::YesNo);
+    EXPECT_EQ(Main().ui.chkJustWithPictures.Value(), 1);
+    Main().layout.ResizeIt();
+    EXPECT_EQ(Boxes.Shown.size(), 1U) << "showing it anew is no new search";
+    Boxes.Then(Dialogs::Answer::Yes);
+    FindWords("dragon");
+    EXPECT_EQ(Boxes.Shown.size(), 2U) << "each search asks";
+    EXPECT_EQ(Main().ui.chkJustWithPictures.Value(), 0);
+    FindWords("unicorn");
+    EXPECT_EQ(Boxes.Shown.size(), 2U);
+}
+
+TEST_F(Search, AResultWithRecipesIsNoQuestionThoughNoneHasAPicture) {
+    Main().ui.chkJustWithPictures.SetValue(1);
+    FindWords("salmon");
+    FindWords("and the");
+    EXPECT_EQ(ShownNumbers(), (Numbers{1, 2, 4, 6, 7}));
+    EXPECT_TRUE(Boxes.Shown.empty());
+}
+
+TEST_F(Search, EveryResultBeginsWithTheBarOnItsFirstLineAndTheBarStaysWithItsRecipe) {
+    FindWords("salmon");
+    PressLine(2, 4);
+    ASSERT_EQ(Current(), 6);
+    FindWords("dill");
+    EXPECT_EQ(SelectedLine(2), 1);
+    EXPECT_EQ(Current(), 2);
+    // From then on the bar is remembered by its recipe, so that it can be scrolled out of sight.
+    EXPECT_EQ(Main().strSelectedKey[1], "k2");
+}
+
 // By number.
 
 TEST_F(Search, ANumberShowsItsRecipeAndLeavesTheList) {
@@ -330,6 +370,18 @@ TEST_F(LongSearch, AListThatWasScrolledShowsTheNextResultFromItsFirstLine) {
     FindWords("bake");
     EXPECT_EQ(ShownNumbers(), Range(1, Fit(2)));
     EXPECT_EQ(Found(), "300 recipes found ");
+}
+
+TEST_F(LongSearch, AfterASearchTheBarStaysWithItsRecipeWhenTheListIsScrolled) {
+    FindWords("fish");
+    Press(Qt::Key_Escape);
+    Main().ui.window.BringToFront();
+    ASSERT_TRUE(WaitUntil([&] { return Main().ui.window.Native()->isActiveWindow(); }));
+    Wheel(2, 1);
+    ASSERT_GT(Main().VList[1].CurrentIndex, 1);
+    Focus(2);
+    EXPECT_EQ(Main().VList[1].CurrentIndex, 1);
+    EXPECT_EQ(SelectedLine(2), 1);
 }
 
 TEST_F(LongSearch, AClickOnACategoryEndsARunningSearch) {
