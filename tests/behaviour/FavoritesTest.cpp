@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "app/frmMain.h"
 #include "behaviour/support/MainWindowFixture.h"
 #include "platform/Failure.h"
+#include "support/Unprivileged.h"
 
 namespace larder::test {
 namespace {
@@ -185,6 +187,64 @@ TEST_F(FavouritesOfTheUser, AFailedWriteIsToldAndTheNextOneCarriesTheChange) {
     Main().files.Watch(nullptr);
     It().AddToFavorites(12);
     EXPECT_EQ(Stored(), " 15 3 7 12 ");
+}
+
+TEST_F(FavouritesOfTheUser, OnAFullDiskARemovedOneIsGoneFromMemoryAndScreenOnly) {
+    const std::string before = Folder.Read("Data/Categories.ctg");
+    PressLine(2, 1);
+    Main().files.Watch([](const NumberedFiles::Access& access) {
+        if (access.Kind == "write") throw Failure(failure::DiskFull, "test");
+    });
+    It().RemoveFromFavorites(15);
+    ASSERT_EQ(Boxes.Shown.size(), 1U);
+    EXPECT_EQ(Boxes.Shown[0].Text, "Error updating Favorites\n" + FailureText(failure::DiskFull));
+    EXPECT_EQ(Folder.Read("Data/Categories.ctg"), before);
+    EXPECT_EQ(Set(), " 3 ");
+    EXPECT_EQ(ShownNumbers(), (std::vector<int>{3}));
+    Main().files.Watch(nullptr);
+    It().AddToFavorites(12);
+    EXPECT_EQ(Stored(), " 3 12 ");
+}
+
+TEST_F(FavouritesOfTheUser, AFailureAtAnyStepOfTheWriteLeavesTheOldFileWhole) {
+    const std::string before = Folder.Read("Data/Categories.ctg");
+    for (const char* kind : {"open", "write", "flush", "rename"}) {
+        Main().VList[0].PeekKey("MY FAVORITES")->Tag = " 15 3 ";
+        Boxes.Shown.clear();
+        bool failed = false;
+        Main().files.Watch([&](const NumberedFiles::Access& access) {
+            if (access.Kind != kind || access.Path.find("Categories") == std::string_view::npos) {
+                return;
+            }
+            failed = true;
+            throw Failure(failure::DiskFull, "test");
+        });
+        It().AddToFavorites(7);
+        Main().files.Watch(nullptr);
+        EXPECT_TRUE(failed) << kind;
+        EXPECT_EQ(Boxes.Shown.size(), 1U) << kind;
+        EXPECT_EQ(Folder.Read("Data/Categories.ctg"), before) << kind;
+        EXPECT_EQ(Set(), " 15 3 7 ") << kind;
+    }
+}
+
+TEST_F(FavouritesOfTheUser, AFolderThatCannotBeWrittenIsToldAndTheNextWriteCarriesTheChange) {
+    using std::filesystem::perms;
+    const std::string before = Folder.Read("Data/Categories.ctg");
+    const std::filesystem::path data = Folder.Native("Data");
+    std::filesystem::permissions(
+        data, perms::owner_read | perms::owner_exec | perms::others_read | perms::others_exec);
+    {
+        const Unprivileged rights;
+        It().AddToFavorites(7);
+    }
+    std::filesystem::permissions(data, perms::all);
+    ASSERT_EQ(Boxes.Shown.size(), 1U);
+    EXPECT_EQ(Boxes.Shown[0].Text, "Error updating Favorites\n" + FailureText(failure::PathAccess));
+    EXPECT_EQ(Folder.Read("Data/Categories.ctg"), before);
+    EXPECT_TRUE(It().IsInFavorites(7));
+    It().RemoveFromFavorites(15);
+    EXPECT_EQ(Stored(), " 3 7 ");
 }
 
 TEST_F(FavouritesOfTheUser, WithoutTheirCategoryEveryQuestionIsAFailure) {
