@@ -210,9 +210,24 @@ class CookBook:
                                capture_output=True, text=True, check=False).stdout
         return found.strip().endswith(f"= {self._process.pid}")
 
+    def pop_up_menu(self):
+        """The place of the menu that has popped up; None when there is none. A menu has no title,
+        and is no part of the accessible tree."""
+        found = subprocess.run(
+            ["xdotool", "search", "--onlyvisible", "--pid", str(self._process.pid)],
+            env=self.desktop.env, capture_output=True, text=True, check=False).stdout.split()
+        for window in found:
+            info = subprocess.run(["xwininfo", "-id", window], env=self.desktop.env,
+                                  capture_output=True, text=True, check=False).stdout
+            if "Override Redirect State: yes" in info:  # no affair of the window manager's
+                return self._place_of(window)
+        return None
+
     def window_box(self, title=TITLE):
         """The window's place with the frame that the window manager draws round it."""
-        window = self.window(title)
+        return self._place_of(self.window(title))
+
+    def _place_of(self, window):
         info = _run("xwininfo", "-frame", "-id", window, env=self.desktop.env)
         number = {name: int(re.search(rf"{name}:\s+(-?\d+)", info).group(1)) for name in
                   ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")}

@@ -1,91 +1,15 @@
 """The cook-book opens on the favourites, and recipes can be listed, read and stepped through."""
 
-import argparse
-import shutil
 import sys
-import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
-from harness import Box, CookBook, Desktop, copy_of_data, wait_for  # noqa: E402
-
-SETTINGS = argparse.Namespace()
-
-CATEGORIES, RECIPES, PAGE = "Categories", "Recipes", "Recipe text"
-TOP_LINES = ["MY FAVORITES", "BUYING AND PREPARATION TIPS", "VIDEO", "KNOTS",
-             "ALL RECIPES WITH PICTURES", "ALL RECIPES"]
+from browsing import CATEGORIES, PAGE, RECIPES, TOP_LINES, OpenBook, WithData, run  # noqa: E402
+from harness import Box, wait_for  # noqa: E402
 
 
-class WithData(unittest.TestCase):
-    """Each test works on a data folder of its own, so that none sees what another has left."""
-
-    def setUp(self):
-        self.folder = copy_of_data(SETTINGS.stock)
-        self.addCleanup(shutil.rmtree, self.folder)
-
-    def start(self, desktop, **options):
-        book = CookBook(desktop, SETTINGS.program, self.folder, **options)
-        self.addCleanup(book.__exit__)
-        book.window()
-        return book
-
-    def desktop(self, width=1920, height=1080):
-        desktop = Desktop(width, height)
-        self.addCleanup(desktop.__exit__)
-        return desktop.__enter__()
-
-    def picture(self, name):
-        return SETTINGS.artifacts / f"{name}.png"
-
-
-class Browsing(WithData):
-    def setUp(self):
-        super().setUp()
-        self.screen = self.desktop()
-        self.book = self.start(self.screen)
-        self.book.wait_for_selected(CATEGORIES, "MY FAVORITES")
-
-    def open_category(self, title):
-        """Clicks a category and returns the titles of the first screenful when it is complete."""
-        self.book.click_line(CATEGORIES, title)
-        self.book.wait_for_selected(CATEGORIES, title)
-        return self.titles_at_rest()
-
-    def titles_at_rest(self):
-        before = [None]
-
-        def steady():
-            titles = [line.title for line in self.book.lines(RECIPES)]
-            same = titles and titles == before[0]
-            before[0] = titles
-            return same and titles
-
-        return wait_for("a list of recipes", steady)
-
-    def first_ordinary_category(self):
-        return next(line.title for line in self.book.lines(CATEGORIES)
-                    if line.title not in TOP_LINES)
-
-    def open_recipe(self, title):
-        self.book.click_line(RECIPES, title)
-        self.book.wait_for_selected(RECIPES, title)
-        self.wait_for_recipe(title)
-
-    def wait_for_recipe(self, title):
-        """A recipe with a photograph opens on that; its text is then one click away."""
-
-        def shown():
-            if not self.book.is_showing(PAGE):
-                self.book.click_control("Recipe")
-                return False
-            return self.book.first_line(PAGE) == title
-
-        wait_for(f'the recipe "{title}"', shown, report=lambda: self.book.first_line(PAGE))
-
-    def close(self):
-        self.assertEqual(self.book.close(), 0, self.book.output())
-
+class Browsing(OpenBook):
     def test_it_opens_on_the_favourites(self):
         titles = [line.title for line in self.book.lines(CATEGORIES)]
         self.assertEqual(titles[:len(TOP_LINES)], TOP_LINES)
@@ -174,14 +98,5 @@ class Screens(WithData):
         self.look("screen-2048x1536-twice", 2048, 1536, env={"QT_SCALE_FACTOR": "2"})
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--program", required=True, help="the built tidewell-larder")
-    parser.add_argument("--stock", required=True, help="a folder with the stock Data in it")
-    parser.add_argument("--artifacts", required=True, type=Path, help="where screenshots go")
-    _, rest = parser.parse_known_args(namespace=SETTINGS)
-    unittest.main(argv=[sys.argv[0], *rest], verbosity=2)
-
-
 if __name__ == "__main__":
-    main()
+    run(__doc__)
