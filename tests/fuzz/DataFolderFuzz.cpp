@@ -14,6 +14,7 @@
 #include <fstream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "lists/GrowingListObserver.h"
 #include "lists/NumsClass.h"
@@ -22,6 +23,9 @@
 #include "platform/NumberedFiles.h"
 #include "platform/Paths.h"
 #include "platform/rtf/Rtf.h"
+#include "platform/rtf/TextSearch.h"
+#include "search/RecipeFinder.h"
+#include "search/WordIndex.h"
 #include "store/DataPaths.h"
 #include "store/FileNumbers.h"
 #include "store/RecipeStore.h"
@@ -35,7 +39,7 @@ using namespace larder;
 constexpr std::array FileNames = {
     "Recipes Index.ind",  "Recipes.ydb",       "Custom Recipes Index.ind",
     "Custom Recipes.ydb", "CategyD Index.ind", "CategyD.ydb",
-    "Categories.ctg"};
+    "Categories.ctg",     "Search.ydb",        "Search.ind"};
 constexpr std::string_view Cut = "\xA7\xA7";
 
 // How many records of a folder are read, from the front: the cost of a run stays small.
@@ -102,6 +106,32 @@ struct Program : GrowingListObserver {
     RecipeStore& store;
 };
 
+// A search without a screen. `cancelAt` ends it at that look at the events, as a click would.
+struct Search : FindSurroundings {
+    explicit Search(ListTicket& theTicket) : ticket(theTicket) {}
+    bool OnlyInList() const override { return onlyInList; }
+    bool ListIsFavorites() const override { return favorites; }
+    void HideGuideArt() override {}
+    void TakeText(const std::string& rtf) override {
+        const auto document = ReadRtf(rtf);
+        text = document ? document->Text() : rtf;
+    }
+    bool HoldsWord(const std::string& word) override {
+        return FindInText(text, word, 0, text.size(), kFindWholeWord) != -1;
+    }
+    void LetEventsRun() override {
+        if (--cancelAt == 0) ticket.Cancel();
+    }
+    void ShowResult(bool, bool) override {}
+    void ShowCancelled() override {}
+
+    ListTicket& ticket;
+    bool onlyInList = false;
+    bool favorites = false;
+    int cancelAt = 0;
+    std::string text;
+};
+
 class Readers {
   public:
     Readers(const std::string& root, std::size_t inputBytes) : bytes_(inputBytes) {
@@ -116,6 +146,7 @@ class Readers {
         ReadRecipes();
         ReadDescriptions();
         ReadCategories();
+        FindWords();
         for (const std::int16_t number : {filenumber::Recipes, filenumber::CatD}) {
             WalkRecords(number);
         }
@@ -192,6 +223,45 @@ class Readers {
         }
     }
 
+    // Words that the index holds, as far as it can be read, and one that it does not.
+    std::vector<std::string> SomeWords() {
+        std::vector<std::string> words{"salmon", "and dill"};
+        Ignoring([&] {
+            const int number = files_.FreeNumber();
+            files_.Open(number, paths_.strSearchYDBFileName, FileMode::Input);
+            Ignoring([&] {
+                for (int i = 0; i < 4; ++i)
+                    words.push_back(files_.ReadLine(number).substr(0, 100));
+            });
+            files_.Close(number);
+        });
+        return words;
+    }
+
+    void FindWords() {
+        for (const std::string& word : SomeWords()) {
+            std::string sought = word;
+            Ignoring([&] {
+                Require(index_.LookUpWord(sought).size() <= bytes_,
+                        "a line is longer than its file");
+            });
+            // A failure leaves the index open, and every later search without words.
+            files_.Close(filenumber::SearchYDB);
+            files_.Close(filenumber::SearchIND);
+            for (const int variant : {0, 1, 2, 3}) {
+                search_.onlyInList = (variant & 1) != 0;
+                search_.favorites = (variant & 2) != 0;
+                search_.cancelAt = variant == 2 ? 3 : 0;
+                std::string query = word + " " + sought;
+                finder_.FindRecipes(query);
+                Require(query.size() == word.size() + 1 + sought.size(),
+                        "a query changes its length");
+                files_.Close(filenumber::SearchYDB);
+                files_.Close(filenumber::SearchIND);
+            }
+        }
+    }
+
     // As a rebuild of an index walks over a text.
     void WalkRecords(std::int16_t number) {
         Ignoring([&] {
@@ -217,6 +287,9 @@ class Readers {
     ListTicket ticket_;
     VirtualList categories_{program_, ticket_};
     VirtualList recipes_{program_, ticket_};
+    WordIndex index_{files_, paths_};
+    Search search_{ticket_};
+    RecipeFinder finder_{store_, index_, recipes_, ticket_, search_};
 };
 
 }  // namespace
