@@ -93,6 +93,7 @@ TEST_F(FavouritesOfTheUser, TheFirstOneOfAnEmptySetHasABlankOnBothSides) {
 TEST_F(FavouritesOfTheUser, NoRecipeIsNotAdded) {
     It().AddToFavorites(-1);
     It().AddToFavorites(0);
+    It().AddToFavorites(22);
     EXPECT_EQ(Set(), " 15 3 ");
 }
 

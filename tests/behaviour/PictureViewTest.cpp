@@ -81,6 +81,40 @@ TEST_F(PictureViewTest, ARecipeWhosePictureFileHasGoneShowsItsText) {
     EXPECT_EQ(OnView(), "text");
 }
 
+TEST_F(PictureViewTest, ARecipeThatIsNotInTheSetShowsItsTextThoughThereIsAFile) {
+    ASSERT_TRUE(Start());
+    WritePhoto("1.bmp");
+    Main().categories.SimulateCategoryClick("WHITE");
+    PressLine(2, 2);
+    PressLine(2, 1);
+    EXPECT_EQ(OnView(), "text");
+    EXPECT_EQ(Main().pictures.strPictureFileName, "");
+}
+
+TEST_F(PictureViewTest, ARecipeEndsTheDescriptionsWhetherItHasAPictureOrNot) {
+    ASSERT_TRUE(Start());
+    for (const std::int32_t recipe : {2, 1}) {
+        Main().viewer.SetCurrentRecipe(recipe);
+        Main().screen.SetEncyclopediaMode(true);
+        Main().pictureView.ShowCurRecipePicture();
+        EXPECT_FALSE(Main().screen.EncyclopediaMode()) << recipe;
+    }
+}
+
+TEST_F(PictureViewTest, TheDiscOfThePicturesIsAskedForAndItsTextShownWhenItIsGivenUp) {
+    ASSERT_TRUE(Start());
+    Main().categories.SimulateCategoryClick("WHITE");
+    Folder.Rename("Data/Food Photos", "Photos");
+    Boxes.Then(Dialogs::Answer::Ok);
+    Boxes.Then(Dialogs::Answer::Cancel);
+    PressLine(2, 2);
+    EXPECT_EQ(Boxes.Shown.size(), 2U);
+    EXPECT_EQ(OnView(), "text");
+    Boxes.Then(Dialogs::Answer::Ok, [this] { Folder.Rename("Photos", "Data/Food Photos"); });
+    PressLine(2, 2);
+    EXPECT_EQ(OnView(), "picture");
+}
+
 TEST_F(PictureViewTest, AfterAResizeTheSamePictureIsPlacedWithoutReadingItsFile) {
     ASSERT_TRUE(Start());
     Main().categories.SimulateCategoryClick("WHITE");
