@@ -154,7 +154,7 @@ void DataBuilder::WriteCategories() {
     for (const std::string& name : names_)
         names += FromUtf8(name) + "\r\n";
     WriteFile(data_ / "Category Names.txt", names);
-    IndexStock(data_);
+    IndexStock(data_, OnProgress);
     // Opening the database makes an index for recipes of the user's; that one is the program's.
     fs::remove(data_ / "Custom Recipes Index.ind");
     const std::vector<std::string> lines = ReadAllLines(data_ / "Categories.ctg");

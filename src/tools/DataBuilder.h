@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,8 @@ class DataBuilder {
     // Throws SourceError for a mistake in the sources, and a Failure or a file system error where
     // the result cannot be written. What was begun is taken away again.
     void Build();
+    // Takes a line about what is being done, if anybody wants to know.
+    std::function<void(const std::string&)> OnProgress = [](const std::string&) {};
 
     // What was built, for a line to the maintainer.
     std::size_t RecipeCount() const { return recipes_.size(); }

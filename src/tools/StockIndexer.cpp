@@ -1,5 +1,7 @@
 #include "tools/StockIndexer.h"
 
+#include <stdexcept>
+
 #include "platform/Paths.h"
 #include "platform/rtf/Rtf.h"
 #include "search/CategoryMaker.h"
@@ -20,7 +22,8 @@ class Workbench final : public GrowingListObserver, public FindSurroundings, pub
         store_.RecalculateTotalRecipes();
     }
 
-    void BuildWordIndex(const std::filesystem::path& dataFolder) {
+    // The number of words in the new index.
+    std::size_t BuildWordIndex(const std::filesystem::path& dataFolder) {
         WordIndexBuilder builder;
         for (std::int32_t number = 1; number <= store_.OriginalNumRecords; ++number) {
             std::string text = store_.GetRecipeTitle(number) + "\r\n";
@@ -29,7 +32,14 @@ class Workbench final : public GrowingListObserver, public FindSurroundings, pub
             }
             builder.Add(number, std::move(text));
         }
-        builder.Write(dataFolder / "Search.ydb", dataFolder / "Search.ind");
+        try {
+            builder.Write(dataFolder / "Search.ydb", dataFolder / "Search.ind");
+        } catch (const std::length_error& e) {
+            throw std::length_error(std::string("MakeSearchIndex: ") + e.what());
+        } catch (const std::runtime_error& e) {
+            throw std::runtime_error(std::string("MakeSearchIndex: ") + e.what());
+        }
+        return builder.WordCount();
     }
 
     void BuildCategories() { MakeCategoriesFile(files_, paths_, store_, finder_, list_); }
@@ -69,9 +79,11 @@ class Workbench final : public GrowingListObserver, public FindSurroundings, pub
 
 }  // namespace
 
-void IndexStock(const std::filesystem::path& dataFolder) {
+void IndexStock(const std::filesystem::path& dataFolder,
+                const std::function<void(const std::string&)>& report) {
     Workbench workbench(dataFolder);
-    workbench.BuildWordIndex(dataFolder);
+    report("Making New Search Index");
+    report("Totoal Words Count: " + std::to_string(workbench.BuildWordIndex(dataFolder)));
     workbench.BuildCategories();
 }
 

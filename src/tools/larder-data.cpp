@@ -41,6 +41,7 @@ int Build(const std::vector<std::string>& args, int argc, char** argv) {
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
     const larder::Application application(argc, argv);
     larder::DataBuilder builder(source, out);
+    builder.OnProgress = [](const std::string& line) { std::cout << line << '\n'; };
     builder.Build();
     std::cout << builder.RecipeCount() << " recipes, " << builder.PictureCount() << " pictures, "
               << builder.CategoryCount() << " categories\n";
