@@ -54,10 +54,10 @@ bool PictureView::LoadPicture() {
                 continue;
             }
             if (f.Number == failure::DriveNotReady) {
-                const auto answer = main.dialogs.MessageBox(
-                    "Can't get the picture.\nPlease, make sure the CD is in the drive.",
-                    Dialogs::Buttons::OkCancel, Dialogs::Icon::Exclamation, "Tidewell Larder");
-                if (answer == Dialogs::Answer::Ok) continue;
+                if (main.AskOkCancel("Can't get the picture.\nPlease, make sure the CD is in "
+                                     "the drive.")) {
+                    continue;
+                }
             } else {
                 main.dialogs.MessageBox(std::to_string(f.Number) + "\n" + f.Description,
                                         Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation,

@@ -49,10 +49,10 @@ std::string PictureSet::FirstFile(const std::string& base) const {
 
 bool PictureSet::WaitForPhotoFolder() {
     while (!main.objFSO.FolderExists(main.paths.strPhotosPathCD)) {
-        const auto answer = main.dialogs.MessageBox(
-            "Can't find picture folder.\rPlease, make sure the CD is in the drive.",
-            Dialogs::Buttons::OkCancel, Dialogs::Icon::Exclamation, "Tidewell Larder");
-        if (answer != Dialogs::Answer::Ok) return false;
+        if (!main.AskOkCancel(
+                "Can't find picture folder.\rPlease, make sure the CD is in the drive.")) {
+            return false;
+        }
     }
     return true;
 }

@@ -194,51 +194,51 @@ class PicturePlacing : public PictureViewTest {
     QColor ColorAt(int x, int y) { return Widget("frPic")->grab().toImage().pixelColor(x, y); }
 };
 
-// The box of a description is 428 × 536 at 556, 74; that of a recipe 440 × 546 at 546, 68; that of
-// a page 462 × 554 at 542, 64.
+// The box of a description is 402 × 536 at 582, 74; that of a recipe 408 × 546 at 578, 68; that of
+// a page 430 × 554 at 574, 64.
 
 TEST_F(PicturePlacing, AWidePictureOfADescriptionIsAsWideAsItsBox) {
     AsDescription();
     Load(1712, 856);
-    ExpectWholePicture(556, 74 + (536 - 214) / 2, 428, 214);
+    ExpectWholePicture(582, 74 + (536 - 201) / 2, 402, 201);
 }
 
 TEST_F(PicturePlacing, ATallPictureOfADescriptionIsAsHighAsItsBox) {
     AsDescription();
     Load(400, 1072);
-    ExpectWholePicture(556 + (428 - 200) / 2, 74, 200, 536);
+    ExpectWholePicture(582 + (402 - 200) / 2, 74, 200, 536);
 }
 
 TEST_F(PicturePlacing, ASmallPictureOfADescriptionKeepsItsSize) {
     AsDescription();
     Load(100, 50);
-    ExpectWholePicture(556 + (428 - 100) / 2, 74 + (536 - 50) / 2, 100, 50);
+    ExpectWholePicture(582 + (402 - 100) / 2, 74 + (536 - 50) / 2, 100, 50);
 }
 
 TEST_F(PicturePlacing, APictureThatJustFitsKeepsItsSize) {
     AsDescription();
-    Load(428, 536);
-    ExpectWholePicture(556, 74, 428, 536);
+    Load(402, 536);
+    ExpectWholePicture(582, 74, 402, 536);
     AsRecipe();
-    Load(440, 20);
-    ExpectWholePicture(546, 68 + (546 - 20) / 2, 440, 20);
+    Load(408, 20);
+    ExpectWholePicture(578, 68 + (546 - 20) / 2, 408, 20);
 }
 
 TEST_F(PicturePlacing, WithoutATextThePageOfACategoryIsPlacedAsADescription) {
     AsPageOf("MY FAVORITES");
     AsDescription();
     Load(100, 50);
-    ExpectWholePicture(556 + (428 - 100) / 2, 74 + (536 - 50) / 2, 100, 50);
+    ExpectWholePicture(582 + (402 - 100) / 2, 74 + (536 - 50) / 2, 100, 50);
 }
 
 TEST_F(PicturePlacing, AWidePictureOfAPageFillsItsHeightAndIsCutAlikeOnBothSides) {
     for (const char* category : {"MY FAVORITES", "ALL RECIPES"}) {
         AsPageOf(category);
         Load(2216, 1108);
-        ExpectPlace(Frame(), 542, 64, 462, 554);
-        ExpectPlace(InFrame(), (462 - 1108) / 2, 0, 1108, 554);
+        ExpectPlace(Frame(), 574, 64, 430, 554);
+        ExpectPlace(InFrame(), (430 - 1108) / 2, 0, 1108, 554);
         // The middle half is 554 wide: nothing else is seen.
-        for (const int x : {0, 230, 461}) {
+        for (const int x : {0, 215, 429}) {
             EXPECT_EQ(ColorAt(x, 0), QColor(Qt::green)) << x;
             EXPECT_EQ(ColorAt(x, 553), QColor(Qt::green)) << x;
         }
@@ -247,49 +247,49 @@ TEST_F(PicturePlacing, AWidePictureOfAPageFillsItsHeightAndIsCutAlikeOnBothSides
 
 TEST_F(PicturePlacing, ATallPictureOfAPageFillsItsWidthAndIsCutAlikeAboveAndBelow) {
     AsPageOf("ALL RECIPES");
-    Load(924, 2772);
-    ExpectPlace(Frame(), 542, 64, 462, 554);
-    ExpectPlace(InFrame(), 0, (554 - 1386) / 2, 462, 1386);
+    Load(860, 2580);
+    ExpectPlace(Frame(), 574, 64, 430, 554);
+    ExpectPlace(InFrame(), 0, (554 - 1290) / 2, 430, 1290);
     for (const int y : {0, 277, 553})
-        EXPECT_EQ(ColorAt(231, y), QColor(Qt::green)) << y;
+        EXPECT_EQ(ColorAt(215, y), QColor(Qt::green)) << y;
 }
 
 TEST_F(PicturePlacing, ASmallPictureOfAPageIsEnlarged) {
     AsPageOf("ALL RECIPES");
     Load(60, 20, 0.1F);
-    ExpectPlace(Frame(), 542, 64, 462, 554);
-    ExpectPlace(InFrame(), (462 - 1662) / 2, 0, 1662, 554);
+    ExpectPlace(Frame(), 574, 64, 430, 554);
+    ExpectPlace(InFrame(), (430 - 1662) / 2, 0, 1662, 554);
 }
 
 TEST_F(PicturePlacing, APictureOfThePagesShapeFillsItExactly) {
     AsPageOf("ALL RECIPES");
-    Load(231, 277);
-    ExpectPlace(InFrame(), 0, 0, 462, 554);
+    Load(215, 277);
+    ExpectPlace(InFrame(), 0, 0, 430, 554);
 }
 
 TEST_F(PicturePlacing, AStripThatCoversAPageIsPaintedWithoutRenderingWhatIsNotSeen) {
     AsPageOf("ALL RECIPES");
     Load(10000, 2, 0.5F);
-    ExpectPlace(Frame(), 542, 64, 462, 554);
+    ExpectPlace(Frame(), 574, 64, 430, 554);
     EXPECT_GT(InFrame().Width, 1'000'000);
-    for (const int x : {0, 461})
+    for (const int x : {0, 429})
         EXPECT_EQ(ColorAt(x, 277), QColor(Qt::green)) << x;
 }
 
 TEST_F(PicturePlacing, APictureOfAnyOtherPageIsPlacedAsThatOfARecipe) {
     AsPageOf("SOUPS");
-    Load(880, 440);
-    ExpectWholePicture(546, 68 + (546 - 220) / 2, 440, 220);
+    Load(816, 408);
+    ExpectWholePicture(578, 68 + (546 - 204) / 2, 408, 204);
 }
 
 TEST_F(PicturePlacing, ARecipeAmongTheFavouritesIsPlacedAsAnyRecipe) {
     for (const char* category : {"MY FAVORITES", "ALL RECIPES"}) {
         AsPageOf(category);
         AsRecipe();
-        Load(880, 440);
-        ExpectWholePicture(546, 68 + (546 - 220) / 2, 440, 220);
+        Load(816, 408);
+        ExpectWholePicture(578, 68 + (546 - 204) / 2, 408, 204);
         Load(440, 1092);
-        ExpectWholePicture(546 + (440 - 220) / 2, 68, 220, 546);
+        ExpectWholePicture(578 + (408 - 220) / 2, 68, 220, 546);
     }
 }
 
@@ -298,7 +298,7 @@ TEST_F(PicturePlacing, AfterTheWindowWasSmallThePictureGrowsBack) {
     Load(400, 300);
     const Rectangle before = Frame();
     Resize(512, 360);
-    ExpectWholePicture(273, 34 + (273 - 165) / 2, 220, 165);
+    ExpectWholePicture(289, 34 + (273 - 153) / 2, 204, 153);
     Resize(1024, 720);
     ExpectPlace(Frame(), before.Left, before.Top, 400, 300);
 }
@@ -307,7 +307,7 @@ TEST_F(PicturePlacing, ASmallPictureStaysSmallInALargeWindow) {
     AsRecipe();
     Load(100, 50);
     Resize(2048, 1440);
-    ExpectWholePicture(1092 + (880 - 100) / 2, 136 + (1092 - 50) / 2, 100, 50);
+    ExpectWholePicture(1156 + (816 - 100) / 2, 136 + (1092 - 50) / 2, 100, 50);
 }
 
 TEST_F(PicturePlacing, ThePlacingKeepsTheFrameShownOrHidden) {
