@@ -300,7 +300,12 @@ int ListView::Widget::PaintIcon(QPainter& painter, const ListItem& item, const Q
     const int most = fontMetrics().height();
     const int icon = std::min(side, most);
     const QRect place(cell.left() + 1, cell.top() + (cell.height() - icon) / 2, icon, icon);
-    PaintPicture(painter, list_.icons_->Item(item.SmallIcon()), place);
+    const Picture& picture = list_.icons_->Item(item.SmallIcon());
+    if (item.Selected() && hasFocus()) {
+        PaintSilhouette(painter, picture, place, NativeColor(house::Paper));
+    } else {
+        PaintPicture(painter, picture, place);
+    }
     return icon + 1;
 }
 

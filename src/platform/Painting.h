@@ -1,5 +1,6 @@
 #pragma once
 
+class QColor;
 class QPainter;
 class QPixmap;
 class QRect;
@@ -21,6 +22,10 @@ void PaintPicture(QPainter& painter, const Picture& picture, const QRect& place)
 // The same for a place of any size, of which the window shows the part `seen`: a narrow strip that
 // covers a wide frame is a thousand times longer than the screen.
 void PaintPart(QPainter& painter, const Picture& picture, const QRect& place, const QRect& seen);
+
+// Its shape in one colour: an icon on a ground that its own colours would be lost on.
+void PaintSilhouette(QPainter& painter, const Picture& picture, const QRect& place,
+                     const QColor& color);
 
 // The picture with the colour of its first pixel taken away, for a photograph without a
 // transparent ground of its own; any other picture as it is.

@@ -140,6 +140,19 @@ void PaintPicture(QPainter& painter, const Picture& picture, const QRect& place)
     if (!pixmap.isNull()) painter.drawPixmap(place, pixmap);
 }
 
+void PaintSilhouette(QPainter& painter, const Picture& picture, const QRect& place,
+                     const QColor& color) {
+    const qreal ratio = painter.device()->devicePixelRatioF();
+    const QSize size(qRound(place.width() * ratio), qRound(place.height() * ratio));
+    QPixmap shape = PixmapOf(picture, size);
+    if (shape.isNull()) return;
+    QPainter tint(&shape);
+    tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    tint.fillRect(shape.rect(), color);
+    tint.end();
+    painter.drawPixmap(place, shape);
+}
+
 void PaintPart(QPainter& painter, const Picture& picture, const QRect& place, const QRect& seen) {
     const qreal ratio = painter.device()->devicePixelRatioF();
     QSize size(qRound(place.width() * ratio), qRound(place.height() * ratio));

@@ -360,6 +360,30 @@ TEST_F(AList, PixelsOfATouchpadAddUpToTheHeightOfALine) {
     EXPECT_GE(total, 3);
 }
 
+TEST_F(AList, AnIconUnderTheBarIsAsLightAsItsText) {
+    ImageList icons;
+    icons.Add("Camera", "icons/camera");
+    list_.SetSmallIcons(&icons);
+    AddLines(2);
+    for (int i = 1; i <= 2; ++i)
+        list_.Item(i).SetSmallIcon(icons.IndexOf("Camera"));
+    list_.Item(1).SetSelected();
+    Show();
+    list_.SetFocus();
+    const auto darkestOfIcon = [&](int line) {
+        const QImage look = Look(list_);
+        int darkest = 255;
+        for (int x = 2; x < 17; ++x) {
+            darkest = std::min(darkest, look.pixelColor(x, OnLine(line).y()).lightness());
+        }
+        return darkest;
+    };
+    const int bar = BarColour(1).lightness();
+    EXPECT_GE(darkestOfIcon(1), bar);
+    EXPECT_LT(darkestOfIcon(2), bar + 20);
+    list_.SetSmallIcons(nullptr);
+}
+
 TEST_F(AList, TheBarIsSlateBlueWithTheFocusPalerWithoutAndGoneWhenHidden) {
     AddLines(3);
     Show();
