@@ -29,8 +29,12 @@ std::int32_t SearchSorted(std::int32_t num, std::int32_t L, std::int32_t U, Numb
             (found < num ? L : U) = middle;
         }
         const std::int32_t atL = numberAt(L);
+        if (atL == num) {
+            place = L;
+            return;
+        }
         const std::int32_t atU = numberAt(U);
-        place = atL == num ? L : atU == num ? U : atU < num ? -(U + 1) : atL >= num ? -L : -(L + 1);
+        place = atU == num ? U : atU < num ? -(U + 1) : atL > num ? -L : -(L + 1);
     });
     return place;
 }

@@ -83,7 +83,7 @@ void NumsClass::StringToNums(const std::string& strNums) {
     std::string token = YStrings::TokenFrom(nums, start, " ");
     while (!token.empty()) {
         Ignoring([&] { Add(ToLong(token)); });
-        Ignoring([&] { ReportGrowth(++numbersRead); });
+        ReportGrowth(++numbersRead);
         token = YStrings::TokenFrom(nums, start, " ");
         Ignoring([&] { observer_.LetEventsRun(); });
         if (ticket_.Value() != intMyTicket) return;
@@ -94,12 +94,12 @@ void NumsClass::StringToNums(const std::string& strNums) {
 
 void NumsClass::ReportGrowth(std::int32_t numbersRead) {
     if (numbersRead == observer_.LinesOnScreen()) {
-        observer_.ShowSame();
-        observer_.DecorateWait(true, "...");
+        Ignoring([&] { observer_.ShowSame(); });
+        Ignoring([&] { observer_.DecorateWait(true, "..."); });
     }
     if (numbersRead % reportEvery == 0) {
-        observer_.UpdateScroll();
-        observer_.ReportRecipesFound("...");
+        Ignoring([&] { observer_.UpdateScroll(); });
+        Ignoring([&] { observer_.ReportRecipesFound("..."); });
     }
 }
 

@@ -103,6 +103,16 @@ TEST_F(NumsClassTest, TheFirstScreenfulIsShownAndTheCountReportedEvery500Numbers
     EXPECT_EQ(WithoutWait(), expected);
 }
 
+TEST_F(NumsClassTest, AFailureOfTheScreenCostsNothingThatFollows) {
+    recorder.Lines = 500;
+    recorder.OnShowSame = [] { throw Failure(failure::InvalidArgument, "test"); };
+    std::string nums = " ";
+    for (int num = 1; num <= 500; ++num)
+        nums += std::to_string(num) + " ";
+    list.StringToNums(nums);
+    EXPECT_EQ(WithoutWait(), (std::vector<std::string>{"same", "wait ...", "scroll", "found ..."}));
+}
+
 TEST_F(NumsClassTest, AFillWhoseTicketHasMovedLeavesAtOnceTouchingNothing) {
     recorder.OnEvents = [&] {
         if (list.Count() == 2) ticket.Cancel();
@@ -154,6 +164,12 @@ TEST_F(NumsClassTest, BinarySearchGivesThePlaceOrMinusThePlaceToInsertAt) {
 TEST_F(NumsClassTest, BinarySearchOnAnEmptyListIsMinusOne) {
     EXPECT_EQ(list.BinarySearch(5, 1, 0), -1);
     EXPECT_EQ(list.Find(5, true), -1);
+}
+
+TEST_F(NumsClassTest, OfTwoPlacesLeftTheLowerIsLookedAtFirst) {
+    Fill(" 4 5 6 ");
+    EXPECT_EQ(list.BinarySearch(6, 3, 4), 3) << "there is no fourth place, and no need of it";
+    EXPECT_EQ(list.BinarySearch(5, 3, 4), 0);
 }
 
 TEST_F(NumsClassTest, IsInFailsForANumberThatIsNotThere) {
