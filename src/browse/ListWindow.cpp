@@ -25,6 +25,16 @@ void ListWindow::ShowListItems(std::int16_t Index, std::int32_t startPos, bool F
     if (Index == 2) main.recipes.ShowRecipesIn_lvwX2("same", startPos, false, ForceReload);
 }
 
+void ListWindow::Refill(std::int16_t Index) {
+    keptOff_ = main.ui.lvwX(Index).Visible() ? std::int16_t{0} : Index;
+    Ignoring([&] { ShowListItems(Index, 0, true); });
+    keptOff_ = 0;
+}
+
+void ListWindow::ShowList(std::int16_t Index) {
+    if (Index != keptOff_) main.ui.lvwX(Index).SetVisible(true);
+}
+
 std::int32_t ListWindow::LastStart(std::int16_t Index) const {
     const auto i = static_cast<std::size_t>(Index - 1);
     return MaxOf(main.VList[i].Count() - main.LinesInList[i] + 1, 1);
@@ -91,7 +101,23 @@ void ListWindow::DivertFocusFrom(std::int16_t Index) {
     // A list that is hidden for its fill has laid the focus aside, and would take it up again.
     const bool itsFocus =
         main.ui.lvwX(Index).HasFocus() || main.ui.window.ActiveControl() == nullptr;
-    if (itsFocus) Ignoring([this] { main.ui.chkFocusCatcher.SetFocus(); });
+    if (!itsFocus) return;
+    Ignoring([&] {
+        main.ui.chkFocusCatcher.SetFocus();
+        divertedFrom_ = Index;
+    });
+}
+
+std::int16_t ListWindow::FocusDivertedFrom() const {
+    return main.ui.chkFocusCatcher.HasFocus() ? divertedFrom_ : std::int16_t{0};
+}
+
+void ListWindow::ReturnFocus() {
+    const std::int16_t Index = FocusDivertedFrom();
+    if (Index == 0) return;
+    Ignoring([&] { main.ui.lvwX(Index).SetFocus(); });
+    // Bringing the line into the window may have taken the focus away once more.
+    RestoreLvwFocus(Index);
 }
 
 void ListWindow::RestoreLvwFocus(std::int16_t Index) {

@@ -17,6 +17,11 @@ class ListWindow {
 
     // Shows list `Index` from a position: 0 is where it stands. Any other index does nothing.
     void ShowListItems(std::int16_t Index, std::int32_t startPos, bool ForceReload);
+    // Shows list `Index` anew from where it stands, for lines of another number or size. A list
+    // that is off the screen stays off.
+    void Refill(std::int16_t Index);
+    // The end of a fill: the list is on the screen again, but for what Refill keeps off it.
+    void ShowList(std::int16_t Index);
     // The last position from which the window is still full; at least 1.
     std::int32_t LastStart(std::int16_t Index) const;
 
@@ -34,6 +39,11 @@ class ListWindow {
     // Moves the focus out of sight, so that the list shows no bar while its selected line is
     // outside the window.
     void DivertFocusFrom(std::int16_t Index);
+    // The list whose focus is out of sight; 0 when there is none.
+    std::int16_t FocusDivertedFrom() const;
+    // Gives it back, and brings the selected line into the window. Nothing without such a list.
+    void ReturnFocus();
+    void ForgetDiversion() { divertedFrom_ = 0; }
     void RestoreLvwFocus(std::int16_t Index);
 
     // Selects a line that exists, and remembers its key. Failure 35600 for another.
@@ -50,6 +60,8 @@ class ListWindow {
     std::int32_t PositionOfKey(std::int16_t Index, const std::string& key) const;
 
     frmMain& main;
+    std::int16_t divertedFrom_ = 0;
+    std::int16_t keptOff_ = 0;  // the list that Refill keeps off the screen
 };
 
 }  // namespace larder

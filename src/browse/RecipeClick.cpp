@@ -69,6 +69,8 @@ void RecipeViewer::Back() {
 void RecipeViewer::StepAndClick(bool forward) {
     const std::int16_t k = main.ui.lvwX1.HasFocus() ? 1 : 2;
     ListView& list = main.ui.lvwX(k);
+    // While the list is off the screen its lines are still those of the list before.
+    if (!list.Visible()) return;
     // The focus brings the selected line back into the window, if it was scrolled out of it.
     Ignoring([&] { list.SetFocus(); });
     const ListItem* before = list.SelectedItem();

@@ -21,9 +21,15 @@ class RecipeList {
     // that is held already, or "VIDEO", "KNOTS", "TIPS" for a list built by others and only to be
     // shown. `startPos`: 0 is the current start, -2 leaves the start alone, another value below 1
     // is the first line. The third argument is read by nobody. Failures leave single lines
-    // unwritten. Lets events run while a number string is read; a newer fill then ends this one.
-    void ShowRecipesIn_lvwX2(std::string strNumbers, std::int32_t startPos, bool Reserved,
+    // unwritten, and in whatever way the fill ends, the list is on the screen again. Lets events
+    // run while a number string is read, and they may end the fill: a newer one, which then owns
+    // the list, or StopFill. False then: the caller has nothing more to do with the list.
+    bool ShowRecipesIn_lvwX2(std::string strNumbers, std::int32_t startPos, bool Reserved,
                              bool ForceReload);
+
+    // Ends a fill or search that is under way. A growing list stays with the recipes that it has,
+    // in step with the lines on the screen, and the busy look ends.
+    void StopFill();
 
     // Takes a recipe out of the list on show, if it holds it, and goes to its neighbour.
     void RemoveFrom_lvwX2(std::int32_t RecipeToRemove);
@@ -42,12 +48,14 @@ class RecipeList {
 
   private:
     struct Fill;
+    class Curtain;
     void NormaliseStart(Fill& fill);
     void RecogniseSame(Fill& fill);
     bool NothingToDo(const Fill& fill) const;
     void Prepare(Fill& fill);
     void FillVirtual(Fill& fill);
-    bool FillFromNumbers(Fill& fill);  // false: a newer fill has taken the list over
+    bool FillFromNumbers(Fill& fill);  // false: it was ended by an event
+    bool ReadNumbers(Fill& fill);      // the same
     void Finish(const Fill& fill);
     void WriteLine(int line, std::int32_t number, const std::string& title, int icon,
                    std::int32_t titleColor, const std::string& key, const std::string& tag);

@@ -1,3 +1,4 @@
+#include <exception>
 #include <utility>
 
 #include "app/frmMain.h"
@@ -27,7 +28,33 @@ struct RecipeList::Fill {
     std::string tagBefore;  // what the control showed when the call came in
 };
 
-void RecipeList::ShowRecipesIn_lvwX2(std::string strNumbers, std::int32_t startPos,
+// What a fill has taken off the screen comes back with its end, be that an exception, which ends
+// the growth of the list and the busy look too. A fill whose list is somebody else's leaves the
+// screen to him.
+class RecipeList::Curtain {
+  public:
+    explicit Curtain(frmMain& hub) : main(hub) {}
+    ~Curtain() {
+        if (handedOver_) return;
+        if (std::uncaught_exceptions() > exceptions_) {
+            main.VList[1].booSearching = false;
+            main.ui.window.SetMousePointer(0);
+            main.search.SetMousePointer(0);
+        }
+        main.lists.ShowList(2);
+    }
+    Curtain(const Curtain&) = delete;
+    Curtain& operator=(const Curtain&) = delete;
+
+    void HandOver() { handedOver_ = true; }
+
+  private:
+    frmMain& main;
+    int exceptions_ = std::uncaught_exceptions();
+    bool handedOver_ = false;
+};
+
+bool RecipeList::ShowRecipesIn_lvwX2(std::string strNumbers, std::int32_t startPos,
                                      bool /*Reserved*/, bool ForceReload) {
     Fill fill{std::move(strNumbers), startPos, ForceReload, false, main.ui.lvwX2.Tag};
     NormaliseStart(fill);
@@ -35,14 +62,21 @@ void RecipeList::ShowRecipesIn_lvwX2(std::string strNumbers, std::int32_t startP
     const std::int32_t lastStart = main.lists.LastStart(2);
     if (fill.startPos > lastStart) fill.startPos = lastStart;
     if (fill.startPos < 1) fill.startPos = 1;
-    if (NothingToDo(fill)) return;
+    if (NothingToDo(fill)) return true;
+    Curtain curtain(main);
     Prepare(fill);
+    bool ended = true;
     if (fill.strNumbers == "*" || main.VList[1].VirtualMode) {
-        FillVirtual(fill);
-    } else if (!FillFromNumbers(fill)) {
-        return;
+        Ignoring([&] { FillVirtual(fill); });
+    } else {
+        Ignoring([&] { ended = FillFromNumbers(fill); });
     }
-    Finish(fill);
+    if (ended) {
+        Finish(fill);
+    } else {
+        curtain.HandOver();
+    }
+    return ended;
 }
 
 void RecipeList::NormaliseStart(Fill& fill) {
@@ -123,18 +157,12 @@ void RecipeList::FillVirtual(Fill& fill) {
 
 bool RecipeList::FillFromNumbers(Fill& fill) {
     VirtualList& list = main.VList[1];
-    if (fill.strNumbers != "same" && !BuiltByOthers(fill.strNumbers)) {
-        fill.newList = true;
-        if (!list.StringToNums(fill.strNumbers)) return false;
-        lastGeneration_ = list.Generation();
-        // The user may have scrolled while the list grew.
-        fill.startPos = MaxOf(list.CurrentIndex, 1);
+    if (fill.strNumbers != "same" && !BuiltByOthers(fill.strNumbers) && !ReadNumbers(fill)) {
+        return false;
     }
-    if (!fill.ForceReload &&
-        (fill.strNumbers.empty() || fill.tagBefore == " " || list.Count() < 1)) {
-        main.ui.lvwX2.Tag = list.NumsToString();
-        return true;
-    }
+    // Before its first screenful a growing list is off the screen and stays there.
+    const bool underWay = list.booSearching && fill.tagBefore == " ";
+    if (underWay && !fill.ForceReload) return false;
     main.ui.lvwX2.Tag = list.NumsToString();
     main.lists.EnsureLinesAvailable(2);
     for (int i = 1; i <= main.ui.lvwX2.Count(); ++i) {
@@ -146,6 +174,30 @@ bool RecipeList::FillFromNumbers(Fill& fill) {
     }
     list.CurrentIndex = fill.startPos;
     return true;
+}
+
+bool RecipeList::ReadNumbers(Fill& fill) {
+    VirtualList& list = main.VList[1];
+    fill.newList = true;
+    const std::uint32_t own = list.Generation() + 1;  // when StringToNums has emptied it
+    if (!list.StringToNums(fill.strNumbers)) {
+        // Nobody has emptied it since: it was cancelled and is left to nobody.
+        if (list.Generation() == own && list.booSearching) StopFill();
+        return false;
+    }
+    lastGeneration_ = list.Generation();
+    // The user may have scrolled while the list grew.
+    fill.startPos = MaxOf(list.CurrentIndex, 1);
+    return true;
+}
+
+void RecipeList::StopFill() {
+    VirtualList& list = main.VList[1];
+    main.intListTicket.Cancel();
+    if (!list.booSearching) return;
+    list.booSearching = false;
+    ShowRecipesIn_lvwX2("same", 0, false, true);
+    DecorateWait(false, "");
 }
 
 void RecipeList::WriteLine(int line, std::int32_t number, const std::string& title, int icon,
@@ -163,11 +215,10 @@ void RecipeList::WriteLine(int line, std::int32_t number, const std::string& tit
 }
 
 void RecipeList::Finish(const Fill& fill) {
-    if (fill.newList) AskAboutPictures();
-    main.lists.HighlightSelected(2, false);
+    if (fill.newList) Ignoring([this] { AskAboutPictures(); });
+    Ignoring([this] { main.lists.HighlightSelected(2, false); });
     const bool dragging = !main.ui.imgGarlic2.Tag.empty() || !main.ui.lblScroll2.Tag.empty();
     if (dragging) main.lists.RefreshLvwX(2);
-    main.ui.lvwX2.SetVisible(true);
 }
 
 void RecipeList::AskAboutPictures() {

@@ -58,7 +58,7 @@ void WindowLayout::CountLines() {
 
 void WindowLayout::RefillLists() {
     for (const std::int16_t index : {std::int16_t{1}, std::int16_t{2}}) {
-        Ignoring([&] { main.lists.ShowListItems(index, 0, true); });
+        main.lists.Refill(index);
     }
 }
 

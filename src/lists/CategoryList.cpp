@@ -33,7 +33,7 @@ void CategoryList::ShowItemsInLvw1(std::int32_t startPos, bool ForceReload) {
     if (!main.ui.imgGarlic1.Tag.empty() || !main.ui.lblScroll2.Tag.empty()) {
         main.lists.RefreshLvwX(1);
     }
-    lines.SetVisible(true);
+    main.lists.ShowList(1);
     main.lists.RefreshLvwX(1);
 }
 
@@ -53,6 +53,8 @@ void CategoryList::SimulateCategoryClick(std::string strKey) {
 }
 
 void CategoryList::SimulateChoiceClick(const std::string& strKey) {
+    // While the list is off the screen its lines are still those of the list before.
+    if (!main.ui.lvwX2.Visible()) return;
     if (!strKey.empty()) {
         main.strSelectedKey[1] = "k" + strKey;
         Ignoring([this] { main.lists.HighlightSelected(2, true); });
@@ -79,9 +81,8 @@ void CategoryList::CategoryItemClick(ListItem& Item, bool Keyboard) {
     main.recipes.SetColumnsForRecipes_X2();
     if (text != "ALL RECIPES WITH PICTURES") main.screen.ShowCategoryPage();
     main.strSelectedKey[1] = "1";
-    main.recipes.ShowRecipesIn_lvwX2(numbers, 1, false, true);
-    if (click != clicks_) return;
-    ShowRecipesOf(text);
+    const bool filled = main.recipes.ShowRecipesIn_lvwX2(numbers, 1, false, true);
+    if (filled && click == clicks_) ShowRecipesOf(text);
 }
 
 void CategoryList::ShowRecipesOf(const std::string& text) {

@@ -58,6 +58,8 @@ void RecipeSearch::FindByWords(const std::string& text, bool onlyInList) {
 }
 
 void RecipeSearch::FindByNumber(const std::string& text) {
+    // The end of a list that still grows would make its first recipe the current one.
+    main.recipes.StopFill();
     NameTheList();
     const std::int32_t last = main.store.TotalNumRecords;
     std::int32_t number = main.viewer.CurrentRecipe();  // for a text that is no number

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <QCursor>
+#include <QWidget>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -422,97 +424,54 @@ TEST_F(Fill, AnEmptySetOfAllRecipesIsAskedAboutToo) {
     EXPECT_EQ(Main().ui.lblFound.Caption(), "0 recipes found ");
 }
 
-// Growing.
+// Whatever happens on the way.
 
-class GrowingFill : public MainWindowFixture {
-  protected:
-    void SetUp() override {
-        Book.AddManyStock(600);
-        Book.Numbers("BIG") = NumbersFrom(1, 600);
-        ASSERT_TRUE(Start());
-    }
-    // Looks once while "BIG" is being filled, as soon as it has `count` recipes.
-    void LookAt(int count, std::function<void()> look) {
-        Later([this, count, look = std::move(look)] {
-            if (!Main().VList[1].booSearching) return;
-            if (Main().VList[1].Count() < count) {
-                LookAt(count, look);
-                return;
-            }
-            looked_ = true;
-            look();
-        });
-    }
-    bool looked_ = false;
-};
-
-TEST_F(GrowingFill, TheFirstScreenfulIsShownWhileTheListGrows) {
-    LookAt(Fit(2) + 1, [&] {
-        EXPECT_TRUE(List(2).Visible());
-        EXPECT_EQ(ShownNumbers(), Range(1, Fit(2)));
-        EXPECT_EQ(SelectedLine(2), 1);
-        EXPECT_EQ(Main().ui.lblFound.Caption(), std::to_string(Fit(2)) + " recipes found ...");
-    });
-    ClickCategory("BIG");
-    EXPECT_TRUE(looked_);
-    EXPECT_EQ(Main().ui.lblFound.Caption(), "600 recipes found ");
+TEST_F(Fill, ANewListThatEndsEmptyLeavesNoLinesOfTheListBefore) {
+    ClickCategory("SHORT");
+    Show(" ", 1, false);
+    EXPECT_EQ(Recipes().Count(), 0);
+    EXPECT_EQ(List(2).Count(), 0);
+    ClickCategory("SHORT");
+    Show(" none of these ", 1, false);
+    EXPECT_EQ(List(2).Count(), 0);
+    ClickCategory("SHORT");
+    Show("", 1, false);
+    EXPECT_EQ(List(2).Count(), 0);
+    EXPECT_EQ(List(2).Tag, "");
 }
 
-TEST_F(GrowingFill, TheCountIsRefreshedEveryTwoHundred) {
-    LookAt(399, [&] {
-        EXPECT_EQ(Main().ui.lblFound.Caption(), "200 recipes found ...");
-        LookAt(401, [&] { EXPECT_EQ(Main().ui.lblFound.Caption(), "400 recipes found ..."); });
-    });
-    ClickCategory("BIG");
-    EXPECT_TRUE(looked_);
+TEST_F(Fill, ANewListIsWrittenThoughAFillWasUnderWayWhenItWasAskedFor) {
+    ClickCategory("SHORT");
+    List(2).Tag = " ";
+    Show(" 7 8 ", 1, false);
+    EXPECT_EQ(ShownNumbers(), Range(7, 8));
+    EXPECT_EQ(List(2).Tag, " 7 8 ");
 }
 
-TEST_F(GrowingFill, BeforeTheFirstScreenfulTheListIsHiddenAndTheCountEmpty) {
-    LookAt(2, [&] {
-        EXPECT_FALSE(List(2).Visible());
-        EXPECT_EQ(Main().ui.lblFound.Caption(), "");
-        EXPECT_EQ(List(2).Tag, " ");
-    });
-    ClickCategory("BIG");
-    EXPECT_TRUE(looked_);
+TEST_F(Fill, AQuestionThatFailsLeavesTheListVisible) {
+    Main().ui.chkJustWithPictures.SetValue(1);
+    Boxes.Then(Dialogs::Answer::No, [] { throw Failure(failure::InvalidArgument, "test"); });
+    Show(" ", 1, true);
+    EXPECT_EQ(Boxes.Shown.size(), 1U);
     EXPECT_TRUE(List(2).Visible());
+    EXPECT_EQ(List(2).Count(), 0);
 }
 
-TEST_F(GrowingFill, TheKeysWorkWhileTheListGrows) {
-    LookAt(3 * Fit(2), [&] {
-        Focus(2);
-        Key(Qt::Key_PageDown);
-        EXPECT_EQ(ShownNumbers(), Range(Fit(2) + 1, 2 * Fit(2)));
-    });
-    ClickCategory("BIG");
-    EXPECT_TRUE(looked_);
-    EXPECT_EQ(ShownNumbers(), Range(Fit(2) + 1, 2 * Fit(2)));
-    EXPECT_EQ(List(2).SelectedItem()->Tag, std::to_string(Fit(2) + 1));
-}
-
-TEST_F(GrowingFill, ClearingTheListFromOutsideEndsTheGrowth) {
-    LookAt(100, [&] {
-        Main().VList[1].ClearAll();
-        EXPECT_FALSE(Main().VList[1].booSearching);
-    });
-    ClickCategory("BIG");
-    EXPECT_TRUE(looked_);
-    EXPECT_EQ(Main().VList[1].Count(), 0);
-    EXPECT_FALSE(Main().VList[1].booSearching);
-    ClickCategory("BIG");
-    EXPECT_EQ(Main().VList[1].Count(), 600);
-}
-
-TEST_F(GrowingFill, AResizeWhileTheListGrowsLeavesTheWindowFull) {
-    Main().ui.window.SetWindowState(Window::Normal);
-    ASSERT_TRUE(WaitUntil([&] { return Main().ui.window.WindowState() == Window::Normal; }));
-    const int before = Fit(2);
-    LookAt(2 * Fit(2),
-           [&] { Main().ui.window.SetClientSize(1600 * TwipsPerPixel, 420 * TwipsPerPixel); });
-    ClickCategory("BIG");
-    EXPECT_TRUE(looked_);
-    EXPECT_TRUE(WaitUntil([&] { return Fit(2) != before; }));
-    EXPECT_EQ(ShownNumbers(), Range(1, Fit(2)));
+TEST_F(Fill, WhatInterruptsAFillLeavesTheListVisibleWithTheNormalPointer) {
+    ClickCategory("SHORT");
+    for (const char* numbers : {"*", " 7 8 9 "}) {
+        int reads = 0;
+        Main().files.Watch([&](const NumberedFiles::Access& access) {
+            if (access.Kind == "read" && ++reads == 2) throw std::bad_alloc();
+        });
+        EXPECT_THROW(Show(numbers, 1, true), std::bad_alloc) << numbers;
+        Main().files.Watch({});
+        EXPECT_TRUE(List(2).Visible()) << numbers;
+        EXPECT_NE(Main().ui.window.Native()->cursor().shape(), Qt::WaitCursor) << numbers;
+        EXPECT_FALSE(Recipes().booSearching) << numbers;
+        ClickCategory("SHORT");
+        EXPECT_EQ(ShownNumbers(), Range(1, Fit2 - 2)) << "the next fill is a whole one";
+    }
 }
 
 }  // namespace

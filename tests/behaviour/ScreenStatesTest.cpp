@@ -1,5 +1,8 @@
 #include "app/ScreenStates.h"
 
+#include <QColor>
+#include <QImage>
+#include <QString>
 #include <QWidget>
 #include <set>
 
@@ -334,6 +337,14 @@ TEST_F(ScreenStatesTest, AResizeDuringAHiddenStateRestoresOnlyWhatWasVisible) {
     EXPECT_EQ(VisibleNames(), before);
 }
 
+TEST_F(ScreenStatesTest, AResizeDuringAHiddenStateShowsNothing) {
+    ASSERT_TRUE(Start());
+    PressLine(2, 2);
+    Main().screen.HideAll(true);
+    Main().layout.ResizeIt();
+    EXPECT_TRUE(VisibleNames().empty());
+}
+
 TEST_F(ScreenStatesTest, AFlatButtonTakesThePictureOfItsKey) {
     ASSERT_TRUE(Start());
     Image& image = Ui().imgSortByName;
@@ -364,6 +375,92 @@ TEST_F(ScreenStatesTest, TheFamilyControlsTellThePlaceAndHideTheArrowsAtTheEnds)
     screen.intFamilyCount = 1;
     screen.ShowFamilyControls(true);
     EXPECT_FALSE(Ui().lblFamily.Visible() || Ui().ibELeft.Visible() || Ui().ibERight.Visible());
+}
+
+// The salmon's picture is there, and shows.
+class ScreenStatesWithPhoto : public ScreenStatesTest {
+  protected:
+    void SetUp() override {
+        QImage photo(80, 60, QImage::Format_RGB32);
+        photo.fill(Qt::red);
+        const std::string file = Folder.Native("Data/Food Photos/2.bmp");
+        ASSERT_TRUE(photo.save(QString::fromStdString(file)));
+        Book.Numbers("BOTH") = " 1 2 ";
+        ASSERT_TRUE(Start());
+    }
+    // The whole screen with the picture on it, and its pixels within the frame.
+    void ExpectPicture(const std::string& caption, int lines) {
+        ExpectScreen(caption + " | " + std::to_string(lines) +
+                     " lines | picture | [# 2] Recipe normal, Photo dimmed |");
+        const QImage look = Ui().frPic.Native()->grab().toImage();
+        ASSERT_FALSE(look.isNull());
+        EXPECT_EQ(look.pixelColor(look.rect().center()), QColor(Qt::red));
+    }
+    void ExpectText(const std::string& caption, int lines) {
+        ExpectScreen(caption + " | " + std::to_string(lines) +
+                     " lines | text of Salmon | [# 2] Recipe dimmed, Photo normal |");
+    }
+};
+
+TEST_F(ScreenStatesWithPhoto, AllRecipesWithPicturesOpensOnThePicture) {
+    ClickCategory("ALL RECIPES WITH PICTURES");
+    ExpectPicture("ALL RECIPES WITH PICTURES", 1);
+}
+
+TEST_F(ScreenStatesWithPhoto, AnotherRecipeOpensOnItsPictureOrElseOnItsText) {
+    ClickCategory("BOTH");
+    PressLine(2, 2);
+    ExpectPicture("     BOTH", 2);
+    PressLine(2, 1);
+    ExpectScreen("     BOTH | 2 lines | text of Cod | [# 1] Recipe dimmed, Photo dimmed |");
+    PressLine(2, 2);
+    ExpectPicture("     BOTH", 2);
+}
+
+TEST_F(ScreenStatesWithPhoto, TheCurrentLineAgainGoesFromThePictureToTheTextAndBack) {
+    ClickCategory("BOTH");
+    PressLine(2, 2);
+    PressLine(2, 2);
+    ExpectText("     BOTH", 2);
+    PressLine(2, 2);
+    ExpectPicture("     BOTH", 2);
+}
+
+TEST_F(ScreenStatesWithPhoto, TheButtonsGoFromThePictureToTheTextAndBack) {
+    ClickCategory("BOTH");
+    PressLine(2, 2);
+    Click("ibRecipeButton");
+    ExpectText("     BOTH", 2);
+    Click("ibPhotoButton");
+    ExpectPicture("     BOTH", 2);
+}
+
+TEST_F(ScreenStatesWithPhoto, AClickOnThePictureGoesToTheText) {
+    ClickCategory("BOTH");
+    PressLine(2, 2);
+    Click("imgPicture");
+    ExpectText("     BOTH", 2);
+}
+
+TEST_F(ScreenStatesWithPhoto, ThePictureBesideADescriptionOpensThePicture) {
+    ClickCategory("MY FAVORITES");
+    ASSERT_TRUE(Main().screen.EncyclopediaMode());
+    Ui().imgPicture.OnClick();
+    ExpectPicture("MY FAVORITES", 2);
+}
+
+TEST_F(ScreenStatesWithPhoto, ALineBesideADescriptionOpensThePictureOfTheCurrentRecipeToo) {
+    ClickCategory("MY FAVORITES");
+    ASSERT_TRUE(Main().screen.EncyclopediaMode());
+    ASSERT_EQ(Main().viewer.CurrentRecipe(), Salmon);
+    PressLine(2, 1);
+    ExpectPicture("MY FAVORITES", 2);
+}
+
+TEST_F(ScreenStatesWithPhoto, ThePhotoButtonLeavesADescriptionForThePicture) {
+    ClickCategory("MY FAVORITES");
+    Click("ibPhotoButton");
+    ExpectPicture("MY FAVORITES", 2);
 }
 
 }  // namespace
