@@ -115,10 +115,12 @@ void MainEvents::KeyDown(int& KeyCode, int Shift) {
 
 bool MainEvents::Act(int KeyCode, int Shift) {
     MainControls& ui = main.ui;
+    if (main.listInput.TakeDivertedKey(KeyCode)) return true;
     switch (KeyCode) {
         case key::Enter:
             // In a viewer that is open to typing, Enter is text as any letter is.
             if (ui.rtbSee.HasFocus() && !ui.rtbSee.Locked()) return false;
+            main.lists.ReturnFocus();
             if (ui.lvwX1.HasFocus()) {
                 main.categories.SimulateCategoryClick("");
             } else {

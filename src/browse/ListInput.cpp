@@ -17,6 +17,10 @@ bool IsModifier(int KeyCode) {
     return KeyCode >= 16 && KeyCode <= 18;
 }
 
+bool IsStep(int KeyCode) {
+    return KeyCode >= key::PageUp && KeyCode <= key::Down;
+}
+
 }  // namespace
 
 void ListInput::Connect() {
@@ -29,8 +33,11 @@ void ListInput::Connect() {
         list.OnKeyDown = [this, Index](int& KeyCode, int) { KeyDown(Index, KeyCode); };
         list.OnKeyUp = [this](int, int) { intKeyRepeat = 0; };
         list.OnGotFocus = [this, Index] { main.lists.HighlightSelected(Index, true); };
+        // The release of a key that is held now goes to another control.
+        list.OnLostFocus = [this] { intKeyRepeat = 0; };
         list.OnWheel = [this, Index](int lines) { Wheel(Index, lines); };
     }
+    main.ui.chkFocusCatcher.OnLostFocus = [this] { main.lists.ForgetDiversion(); };
 }
 
 int ListInput::LineAt(std::int16_t Index, float Y) const {
@@ -72,10 +79,18 @@ void ListInput::KeyDown(std::int16_t Index, int& KeyCode) {
         KeyCode = key::None;
         return;
     }
-    ++intKeyRepeat;
     Act(Index, KeyCode);
+    intKeyRepeat = 1;  // behind the step, in which the list may lose the focus for a moment
     main.lists.RememberSelectedKey(Index);
     KeyCode = key::None;
+}
+
+bool ListInput::TakeDivertedKey(int KeyCode) {
+    const std::int16_t Index = main.lists.FocusDivertedFrom();
+    if (Index == 0 || !IsStep(KeyCode)) return false;
+    main.lists.ReturnFocus();
+    if (main.ui.lvwX(Index).HasFocus()) KeyDown(Index, KeyCode);
+    return true;
 }
 
 void ListInput::Act(std::int16_t Index, int KeyCode) {
@@ -105,7 +120,7 @@ void ListInput::Act(std::int16_t Index, int KeyCode) {
 
 void ListInput::Wheel(std::int16_t Index, int lines) {
     // The wheel turns the list under the mouse, which need not be the one with the focus.
-    const bool itsFocus = main.ui.lvwX(Index).HasFocus() || main.ui.chkFocusCatcher.HasFocus();
+    const bool itsFocus = main.ui.lvwX(Index).HasFocus() || main.lists.FocusDivertedFrom() == Index;
     for (int i = 0; i < std::abs(lines); ++i) {
         if (lines > 0) {
             main.steps.ScrollListDown(Index);

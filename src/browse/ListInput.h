@@ -13,6 +13,9 @@ class ListInput {
     explicit ListInput(frmMain& hub) : main(hub) {}
 
     void Connect();
+    // A key that moves a bar, pressed while the focus is out of sight: it is for the list whose bar
+    // was scrolled away. True when it was one.
+    bool TakeDivertedKey(int KeyCode);
 
     bool booRightClick = false;  // the last press in a list was with the right button
 

@@ -171,6 +171,35 @@ TEST_F(Input, AReleasedKeyActsAtOnceWhenItIsPressedAgain) {
     EXPECT_EQ(SelectedLine(2), 5);
 }
 
+TEST_F(Input, AHeldKeyKeepsItsRateWhereTheWindowMoves) {
+    for (const int list : {1, 2}) {
+        OpenWithKeys("LONG");
+        Focus(list);
+        Key(Qt::Key_Home);
+        const std::int32_t& start = Main().VList[static_cast<std::size_t>(list - 1)].CurrentIndex;
+        for (int i = 1; i < Fit(list); ++i)
+            Key(Qt::Key_Down);
+        ASSERT_EQ(start, 1);
+        KeyDown(Qt::Key_Down);
+        EXPECT_EQ(start, 2) << list;
+        KeyDown(Qt::Key_Down, true);
+        EXPECT_EQ(start, 2) << list;
+        KeyDown(Qt::Key_Down, true);
+        EXPECT_EQ(start, 3) << list;
+        KeyUp(Qt::Key_Down);
+    }
+}
+
+TEST_F(Input, AKeyThatIsReleasedInAnotherControlActsAtOnceTheNextTime) {
+    OpenWithKeys("LONG");
+    KeyDown(Qt::Key_Down);
+    Main().ui.ibHelp.SetFocus();
+    KeyUp(Qt::Key_Down);
+    Focus(2);
+    KeyDown(Qt::Key_Down);
+    EXPECT_EQ(SelectedLine(2), 3);
+}
+
 TEST_F(Input, EveryKeyOfAListIsConsumed) {
     OpenWithKeys("LONG");
     for (const int pressed : {key::Down, key::Up, key::Home, key::End, int{'X'}}) {
