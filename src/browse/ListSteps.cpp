@@ -24,7 +24,9 @@ void ListSteps::SelectNext(std::int16_t Index) {
         return;
     }
     ForgetSelection(Index);
-    ScrollListDown(Index);
+    ScrollToAnother(
+        Index, [&] { ScrollListDown(Index); },
+        [](const ListView& list) { return list.Item(list.Count()).Key(); });
     SelectAndFocus(Index, main.ui.lvwX(Index).Count());
 }
 
@@ -38,7 +40,9 @@ void ListSteps::SelectPrevious(std::int16_t Index) {
         return;
     }
     ForgetSelection(Index);
-    ScrollListUp(Index);
+    ScrollToAnother(
+        Index, [&] { ScrollListUp(Index); },
+        [](const ListView& list) { return list.Item(1).Key(); });
     SelectAndFocus(Index, 1);
 }
 
@@ -89,6 +93,19 @@ void ListSteps::GoHome(std::int16_t Index) {
 
 void ListSteps::GoEnd(std::int16_t Index) {
     JumpTo(Index, main.lists.LastStart(Index), true);
+}
+
+template <typename Scroll, typename EdgeKey>
+void ListSteps::ScrollToAnother(std::int16_t Index, Scroll scroll, EdgeKey edgeKey) {
+    const ListView& lines = main.ui.lvwX(Index);
+    const VirtualList& list = main.VList[Element(Index)];
+    if (lines.Count() == 0) return;
+    const std::string before = edgeKey(lines);
+    std::int32_t stood = 0;
+    do {
+        stood = list.CurrentIndex;
+        scroll();
+    } while (list.CurrentIndex != stood && lines.Count() > 0 && edgeKey(lines) == before);
 }
 
 void ListSteps::ForgetSelection(std::int16_t Index) {

@@ -27,6 +27,11 @@ class ListSteps {
     void GoEnd(std::int16_t Index);
 
   private:
+    // Moves the window by one line until another recipe stands on the line at its edge: in a list
+    // without items the neighbour of a deleted recipe comes up again. The window that does not move
+    // is at the end of the list.
+    template <typename Scroll, typename EdgeKey>
+    void ScrollToAnother(std::int16_t Index, Scroll scroll, EdgeKey edgeKey);
     // No line is remembered: the fill that follows shows no bar.
     void ForgetSelection(std::int16_t Index);
     void SelectAndFocus(std::int16_t Index, int line);

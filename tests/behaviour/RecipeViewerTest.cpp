@@ -437,54 +437,6 @@ TEST_F(Viewer, NextAndBackInAnEmptyListDoNothing) {
 }
 
 // Lists longer than the window.
-class LongWalk : public MainWindowFixture {
-  protected:
-    void SetUp() override {
-        Book.AddManyStock(200);
-        Book.Numbers("BIG") = NumbersFrom(1, 200);
-        ASSERT_TRUE(Start());
-    }
-};
-
-TEST_F(LongWalk, NextMeetsEveryRecipeOnce) {
-    ClickCategory("BIG");
-    Focus(2);
-    for (int number = 2; number <= 200; ++number) {
-        Click("ibNext");
-        ASSERT_EQ(Main().viewer.CurrentRecipe(), number);
-        ASSERT_EQ(List(2).SelectedItem()->Tag, std::to_string(number));
-    }
-    EXPECT_EQ(SelectedLine(2), Fit(2));
-    for (int number = 199; number >= 1; --number) {
-        Click("ibBack");
-        ASSERT_EQ(Main().viewer.CurrentRecipe(), number);
-    }
-    EXPECT_EQ(SelectedLine(2), 1);
-}
-
-TEST_F(LongWalk, NextGoesOnFromTheRecipeThatWasScrolledAway) {
-    ClickCategory("BIG");
-    PressLine(2, 2);
-    for (int i = 0; i < 20; ++i)
-        Wheel(2, 1);
-    Click("ibNext");
-    EXPECT_EQ(Main().viewer.CurrentRecipe(), 3);
-}
-
-TEST_F(LongWalk, NextAtTheEndDoesNothingThoughTheBarWasScrolledAway) {
-    ClickCategory("BIG");
-    Focus(2);
-    Key(Qt::Key_End);
-    Key(Qt::Key_Return);
-    ASSERT_EQ(Main().viewer.CurrentRecipe(), 200);
-    for (int i = 0; i < 20; ++i)
-        Wheel(2, -1);
-    Main().ui.rtbSee.SetText("untouched");
-    Click("ibNext");
-    EXPECT_EQ(Main().viewer.CurrentRecipe(), 200);
-    EXPECT_EQ(Main().ui.rtbSee.Text(), "untouched");
-    EXPECT_EQ(ShownNumbers().back(), 200);
-}
 
 }  // namespace
 }  // namespace larder::test
