@@ -81,9 +81,11 @@ void RecipeViewer::FillText(RichTextBox& rtb) {
                     " is unavailable because it was permanently deleted from the database.");
     }
     if (main.booEditMode) return;
-    std::int16_t size = DefaultFontSize;
-    if (!rtb.Tag.empty()) Ignoring([&] { size = ToInteger(rtb.Tag); });
-    main.fonts.SetRtbFontSize(rtb, size);
+    // A Tag that is no number leaves the sizes as they are in the text.
+    Ignoring([&] {
+        std::int16_t size = rtb.Tag.empty() ? DefaultFontSize : ToInteger(rtb.Tag);
+        main.fonts.SetRtbFontSize(rtb, size);
+    });
 }
 
 void RecipeViewer::FormatFirstLine(RichTextBox& rtb) {

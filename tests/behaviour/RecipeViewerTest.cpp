@@ -282,6 +282,15 @@ TEST_F(Viewer, ATagThatIsNoNumberLeavesTheSizeOfTheTitle) {
     EXPECT_GT(before, 0);
 }
 
+TEST_F(Viewer, ATagThatIsNoNumberLeavesTheSizesOfTheText) {
+    Book.AddOwn("Large Eel", "{\\fs40 Skin it.}");
+    ASSERT_TRUE(Start());
+    Box().Tag = "large";
+    ASSERT_TRUE(It().ShowRecipe(5));
+    EXPECT_NEAR(SizeOf("Skin it."), 20, 0.01F);
+    EXPECT_EQ(Box().Tag, "large");
+}
+
 TEST_F(Viewer, InMaintenanceTheTextKeepsItsOwnSizes) {
     Main().booEditMode = true;
     Box().Tag = "20";
