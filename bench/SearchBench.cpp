@@ -106,46 +106,44 @@ std::string Joined(const std::vector<std::string>& words) {
     return text;
 }
 
-// The least that finding a word's number line can cost.
+// The least that finding a word's number line can cost: blocks of 256 KB from the top of the file,
+// and words compared where they stand in the block.
 std::string LoopLookUp(const std::string& word) {
     static std::vector<char> block(256 * 1024);
     const int file = open((bench->book->Data / "Search.ydb").c_str(), O_RDONLY);
-    std::string line;  // the part of a line that stands in earlier blocks
+    std::string part;  // of a line whose beginning stands in earlier blocks
     std::string numbers;
-    int lines = 0;  // read before this one
+    bool wordLine = true;
     bool found = false;
-    for (;;) {
+    bool passed = false;
+    while (!passed) {
         const ssize_t got = read(file, block.data(), block.size());
         if (got <= 0) break;
         const char* at = block.data();
         const char* const end = at + got;
-        while (at < end) {
+        while (at < end && !passed) {
             const char* stop =
                 static_cast<const char*>(memchr(at, '\n', static_cast<std::size_t>(end - at)));
-            const bool whole = stop != nullptr;
-            if (!whole) stop = end;
-            if (lines % 2 == 0 || found) line.append(at, stop);
-            at = whole ? stop + 1 : end;
-            if (!whole) continue;
-            if (found || lines % 2 == 0) line.pop_back();  // the CR
-            if (found) {
-                close(file);
-                return line;
+            const bool wanted = wordLine || found;
+            if (stop == nullptr) {
+                if (wanted) part.append(at, end);
+                break;
             }
-            if (lines % 2 == 0) {
-                if (line == word) {
-                    found = true;
-                } else if (line > word) {
-                    close(file);
-                    return {};
-                }
-                line.clear();
+            if (wanted) {
+                std::string_view line(at, static_cast<std::size_t>(stop - at));
+                if (!part.empty()) line = part.append(line);
+                line.remove_suffix(1);  // the CR
+                if (found) numbers = line;
+                passed = found || line > word;
+                found = line == word;
+                part.clear();
             }
-            ++lines;
+            wordLine = !wordLine;
+            at = stop + 1;
         }
     }
     close(file);
-    return {};
+    return numbers;
 }
 
 // Two small reads for every number.

@@ -29,15 +29,17 @@ void RecipeList::RemoveFrom_lvwX2(std::int32_t RecipeToRemove) {
     main.categories.SimulateChoiceClick("");
 }
 
+// The caption is put together first: a label measures every text that it is given.
 void RecipeList::ReportRecipesFound(const std::string& strAppend) {
     Label& found = main.ui.lblFound;
     found.SetVisible(true);
+    std::string caption;
     if (main.ui.lvwX2.Tag == "*") {
-        found.SetCaption(std::to_string(main.store.TotalRecipes()) + " recipes found");
+        caption = std::to_string(main.store.TotalRecipes()) + " recipes found";
     } else {
         const std::int32_t c = main.VList[1].Count();
-        found.SetCaption(std::to_string(c) + (c == 1 ? " recipe found" : " recipes found"));
-        found.SetToolTipText(found.Caption() + " in this category or search.");
+        caption = std::to_string(c) + (c == 1 ? " recipe found" : " recipes found");
+        found.SetToolTipText(caption + " in this category or search.");
         Image& picture = main.ui.imgPicture;
         picture.SetMousePointer(c == 0 ? 0 : 99);
         if (c == 0) {
@@ -48,7 +50,7 @@ void RecipeList::ReportRecipesFound(const std::string& strAppend) {
                     : "");
         }
     }
-    found.SetCaption(found.Caption() + " " + strAppend);
+    found.SetCaption(caption + " " + strAppend);
 }
 
 void RecipeList::DecorateWait(bool booStart, const std::string& strWhat) {

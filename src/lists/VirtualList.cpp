@@ -1,5 +1,7 @@
 #include "lists/VirtualList.h"
 
+#include <array>
+#include <charconv>
 #include <utility>
 
 #include "lists/NumberSearch.h"
@@ -14,14 +16,35 @@ namespace {
 
 constexpr std::int32_t reportEvery = 200;
 
-std::string KeyForm(std::string_view key) {
-    return UpperCase(TrimBlanks(key));
+// The number with a blank behind it.
+void AppendNumber(std::string& text, std::int32_t number) {
+    std::array<char, 12> digits;
+    char* const end = std::to_chars(digits.data(), digits.data() + digits.size() - 1, number).ptr;
+    *end = ' ';
+    text.append(digits.data(), end + 1);
 }
 
 }  // namespace
 
 VirtualList::VirtualList(GrowingListObserver& observer, ListTicket& ticket)
     : observer_(observer), ticket_(ticket) {}
+
+// Without regard to what EqualNoCase disregards, and a little more.
+std::size_t VirtualList::HashOf(std::string_view key) {
+    constexpr unsigned char firstAccented = 0x80;
+    constexpr unsigned char caseBit = 0x20;
+    std::uint64_t hash = 14695981039346656037U;
+    for (const char c : TrimBlanks(key)) {
+        const auto byte = static_cast<unsigned char>(c);
+        hash ^= byte < firstAccented ? byte | caseBit : firstAccented;
+        hash *= 1099511628211U;
+    }
+    return static_cast<std::size_t>(hash);
+}
+
+bool VirtualList::SameKey(std::string_view a, std::string_view b) {
+    return EqualNoCase(TrimBlanks(a), TrimBlanks(b));
+}
 
 void VirtualList::Add(const std::string& text, const std::string& tag, std::int32_t num,
                       const std::string& key, std::int16_t icon, bool bold,
@@ -34,10 +57,14 @@ void VirtualList::Add(const std::string& text, const std::string& tag, std::int3
     item->Bold = bold;
     item->Key = key;
     if (item->Key.empty()) item->Key = "k" + std::to_string(num != 0 ? num : Count());
-    if (!byKey_.emplace(KeyForm(item->Key), item.get()).second) return;
+    Append(std::move(item));
+}
+
+void VirtualList::Append(std::unique_ptr<VirtualListItem> item) {
+    if (!byKey_.insert(item.get()).second) return;
     item->Index = Length() + 1;
+    AppendNumber(strAllNums_, item->Num);
     colList_.push_back(std::move(item));
-    strAllNums_ += std::to_string(num) + " ";
     Ignoring([&] { ReportGrowth(); });
 }
 
@@ -53,11 +80,15 @@ void VirtualList::ReportGrowth() {
 }
 
 bool VirtualList::AddRecipe(std::int32_t num, bool butDeleted) {
-    const std::string number = std::to_string(num);
-    const bool picture = observer_.HasPicture(number);
-    const std::string title = observer_.GetRecipeTitle(num);
-    if (butDeleted && title.empty()) return false;
-    Add(title, number, num, "k" + number, picture ? 2 : 0, picture);
+    auto item = std::make_unique<VirtualListItem>();
+    item->Tag = std::to_string(num);
+    item->Bold = observer_.HasPicture(item->Tag);
+    item->Text = observer_.GetRecipeTitle(num);
+    if (butDeleted && item->Text.empty()) return false;
+    item->Icon = item->Bold ? 2 : 0;
+    item->Num = num;
+    item->Key = "k" + item->Tag;
+    Append(std::move(item));
     return true;
 }
 
@@ -77,8 +108,8 @@ VirtualListItem* VirtualList::Item(std::int32_t index) {
 VirtualListItem* VirtualList::Item(const std::string& indexOrKey) {
     if (colList_.empty()) return nullptr;
     if (IsNumeric(indexOrKey)) return &Place(Val(indexOrKey));
-    const auto found = byKey_.find(KeyForm(indexOrKey));
-    return found == byKey_.end() ? nullptr : found->second;
+    const auto found = byKey_.find(indexOrKey);
+    return found == byKey_.end() ? nullptr : *found;
 }
 
 const VirtualListItem* VirtualList::Peek(std::int32_t index) const {
@@ -87,8 +118,8 @@ const VirtualListItem* VirtualList::Peek(std::int32_t index) const {
 }
 
 const VirtualListItem* VirtualList::PeekKey(const std::string& key) const {
-    const auto found = byKey_.find(KeyForm(key));
-    return found == byKey_.end() ? nullptr : found->second;
+    const auto found = byKey_.find(key);
+    return found == byKey_.end() ? nullptr : *found;
 }
 
 VirtualListItem* VirtualList::Peek(std::int32_t index) {
@@ -102,12 +133,13 @@ VirtualListItem* VirtualList::PeekKey(const std::string& key) {
 void VirtualList::SetItem(std::int32_t index, const VirtualListItem& newValue) {
     if (index < 1 || index > Length()) throw Failure(failure::TypeMismatch, "VListClass.Item");
     VirtualListItem& item = *colList_[static_cast<std::size_t>(index - 1)];
-    const auto [entry, isNew] = byKey_.emplace(KeyForm(newValue.Key), &item);
-    if (!isNew && entry->second != &item) {
+    const auto same = byKey_.find(newValue.Key);
+    if (same != byKey_.end() && *same != &item) {
         throw Failure(failure::KeyNotUnique, "VListClass.Item");
     }
-    if (isNew) byKey_.erase(KeyForm(item.Key));
+    byKey_.erase(&item);
     item = newValue;
+    byKey_.insert(&item);
     item.Index = index;
     CurrentIndex = index;
 }
@@ -126,7 +158,7 @@ std::string VirtualList::NumsToString() const {
     if (colList_.empty()) return {};
     std::string nums = " ";
     for (const auto& item : colList_)
-        nums += std::to_string(item->Num) + " ";
+        AppendNumber(nums, item->Num);
     return nums;
 }
 
@@ -207,7 +239,7 @@ void VirtualList::RemoveNum(std::int32_t num, bool Sorted) {
         const std::int32_t place = Find(num, Sorted);
         if (place > 0) {
             const auto item = colList_.begin() + (place - 1);
-            byKey_.erase(KeyForm((*item)->Key));
+            byKey_.erase(item->get());
             colList_.erase(item);
             RebuildIndex();
             CurrentIndex = place;
@@ -221,7 +253,7 @@ void VirtualList::RebuildIndex() {
     std::int32_t place = 0;
     for (const auto& item : colList_) {
         item->Index = ++place;
-        strAllNums_ += std::to_string(item->Num) + " ";
+        AppendNumber(strAllNums_, item->Num);
     }
 }
 

@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <unordered_map>
+#include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "lists/GrowingListObserver.h"
@@ -92,15 +93,36 @@ class VirtualList {
     void TestIt();
 
   private:
+    // Items by their keys, as these are compared.
+    static std::string_view KeyOf(std::string_view key) { return key; }
+    static std::string_view KeyOf(const VirtualListItem* item) { return item->Key; }
+    static std::size_t HashOf(std::string_view key);
+    static bool SameKey(std::string_view a, std::string_view b);
+    struct KeyHash {
+        using is_transparent = void;
+        template <typename Key>
+        std::size_t operator()(const Key& key) const {
+            return HashOf(KeyOf(key));
+        }
+    };
+    struct KeyEqual {
+        using is_transparent = void;
+        template <typename A, typename B>
+        bool operator()(const A& a, const B& b) const {
+            return SameKey(KeyOf(a), KeyOf(b));
+        }
+    };
+
     std::int32_t Length() const { return static_cast<std::int32_t>(colList_.size()); }
     VirtualListItem& Place(double index);
     std::int32_t NumAt(std::int32_t index) const;
+    void Append(std::unique_ptr<VirtualListItem> item);
     void ReportGrowth();
 
     GrowingListObserver& observer_;
     ListTicket& ticket_;
     std::vector<std::unique_ptr<VirtualListItem>> colList_;
-    std::unordered_map<std::string, VirtualListItem*> byKey_;  // by the key as KeyForm gives it
+    std::unordered_set<VirtualListItem*, KeyHash, KeyEqual> byKey_;
     std::string strAllNums_ = " ";
     std::int32_t VirtualCount_ = 0;
     std::int32_t NextPos_ = 0;

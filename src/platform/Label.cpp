@@ -66,9 +66,15 @@ class Label::Widget : public QWidget {
         SetAccessibleRole(*this, QAccessible::StaticText);
     }
 
-    Lines CurrentLines() const {
-        return BreakIntoLines(UnifiedBreaks(label_.caption_), font(), size());
+    // Broken anew only when something has changed that they depend on.
+    const Lines& CurrentLines() {
+        if (!stale_ && size() == room_) return lines_;
+        lines_ = BreakIntoLines(UnifiedBreaks(label_.caption_), font(), size());
+        room_ = size();
+        stale_ = false;
+        return lines_;
     }
+    void BreakAnew() { stale_ = true; }
 
     void SetColor(std::int32_t color) {
         color_ = NativeColor(color);
@@ -81,7 +87,7 @@ class Label::Widget : public QWidget {
 
   protected:
     void paintEvent(QPaintEvent*) override {
-        const Lines lines = CurrentLines();
+        const Lines& lines = CurrentLines();
         QPainter painter(this);
         painter.setPen(color_);
         const int lineHeight = fontMetrics().lineSpacing();
@@ -106,8 +112,16 @@ class Label::Widget : public QWidget {
         if (clicks) Fire(label_.OnClick);
     }
 
+    void changeEvent(QEvent* event) override {
+        if (event->type() == QEvent::FontChange) BreakAnew();
+        QWidget::changeEvent(event);
+    }
+
   private:
     Label& label_;
+    Lines lines_;
+    QSize room_;  // that the lines were broken for
+    bool stale_ = true;
     QColor color_ = NativeColor(house::Ink);
     Qt::Alignment alignment_ = Qt::AlignLeft;
 };
@@ -124,6 +138,7 @@ Label::Widget* Label::Mine() const {
 void Label::SetCaption(const std::string& caption) {
     if (caption == caption_) return;
     caption_ = caption;
+    Mine()->BreakAnew();
     SetShownName(caption);
     TellToolTip();
     Mine()->update();

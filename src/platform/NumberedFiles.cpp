@@ -23,6 +23,9 @@ namespace {
 constexpr std::size_t firstBlock = 512;
 constexpr std::size_t lastBlock = 256 * 1024;
 constexpr std::size_t blockGrowth = 8;
+// A sweep takes a larger block where a place is no farther behind the last one. In a sparser file
+// small reads are cheaper than what lies between them.
+constexpr std::int64_t nearby = 2048;
 constexpr std::int64_t recordBytes = 4;
 constexpr std::int64_t farthest = std::numeric_limits<std::int64_t>::max() - recordBytes;
 
@@ -45,7 +48,7 @@ struct LineEnd {
 
 // The first line of a text: up to a CR LF, LF or CR. A CR that ends the text may have its LF behind
 // it, so it leaves Next open.
-LineEnd FirstLine(std::string_view text) {
+inline LineEnd FirstLine(std::string_view text) {
     const void* const lineFeed = std::memchr(text.data(), '\n', text.size());
     const std::size_t upToLineFeed =
         lineFeed ? static_cast<std::size_t>(static_cast<const char*>(lineFeed) - text.data())
@@ -56,6 +59,36 @@ LineEnd FirstLine(std::string_view text) {
     if (lineFeed && length + 1 == upToLineFeed) return {length, upToLineFeed + 1};
     return {length, length + 1 < text.size() ? length + 1 : 0};
 }
+
+// Bytes that were read from a file at once. The memory is taken when it is needed and then kept.
+class ReadBlock {
+  public:
+    bool Empty() const { return size_ == 0; }
+    bool UsedUp() const { return used_ == size_; }
+    std::string_view Rest() const { return {bytes_.get() + used_, size_ - used_}; }
+    std::size_t Size() const { return size_; }
+    std::size_t Used() const { return used_; }
+    void Use(std::size_t bytes) { used_ += bytes; }
+    void UseUpTo(std::size_t used) { used_ = used; }
+    void Clear() { size_ = used_ = 0; }
+
+    // Puts in its place what `read` puts into the memory and counts.
+    template <typename Read>
+    void Fill(std::size_t most, Read&& read) {
+        Clear();
+        if (capacity_ < most) {
+            bytes_ = std::make_unique_for_overwrite<char[]>(most);
+            capacity_ = most;
+        }
+        size_ = read(bytes_.get());
+    }
+
+  private:
+    std::unique_ptr<char[]> bytes_;
+    std::size_t capacity_ = 0;
+    std::size_t size_ = 0;
+    std::size_t used_ = 0;
+};
 
 }  // namespace
 
@@ -84,14 +117,28 @@ struct NumberedFiles::Slot {
 
     void MoveTo(std::int64_t offset) {
         Offset = offset;
-        Block.clear();
+        Block.Clear();
         NextBlock = firstBlock;
+    }
+
+    // The same within a sweep: a block that holds the place stays, and one that ends a little
+    // before it is followed by a larger one.
+    void SweepTo(std::int64_t offset) {
+        const std::int64_t from = Offset - static_cast<std::int64_t>(Block.Used());
+        const std::int64_t behind = from + static_cast<std::int64_t>(Block.Size());
+        if (Block.Empty() || offset < from || offset > behind + nearby) return MoveTo(offset);
+        Offset = offset;
+        if (offset <= behind) {
+            Block.UseUpTo(static_cast<std::size_t>(offset - from));
+        } else {
+            Block.Clear();
+        }
     }
 
     // Forward within the block.
     void MoveBy(std::size_t bytes) {
         Offset += static_cast<std::int64_t>(bytes);
-        BlockUsed += bytes;
+        Block.Use(bytes);
     }
 
     int Number;
@@ -102,17 +149,26 @@ struct NumberedFiles::Slot {
     NativeFile File;
     std::int64_t Offset = 0;  // of the next byte, from 0
 
-    // Bytes of the file from Offset - BlockUsed on, as they were when the table had made
+    // The file from Offset on and what was used before it, as they were when the table had made
     // BlockWrites writes.
-    std::string Block;
-    std::size_t BlockUsed = 0;
+    ReadBlock Block;
     std::uint64_t BlockWrites = 0;
+    std::uint64_t BlockSweep = 0;  // the sweep that it was read in, or the last one before it
     std::size_t NextBlock = firstBlock;
 };
 
 NumberedFiles::NumberedFiles(const Paths& paths) : paths_(paths) {}
 
 NumberedFiles::~NumberedFiles() = default;
+
+NumberedFiles::Sweep::Sweep(NumberedFiles& files) : files_(files) {
+    ++files_.sweeps_;
+    ++files_.sweep_;  // what was read before may be old
+}
+
+NumberedFiles::Sweep::~Sweep() {
+    --files_.sweeps_;
+}
 
 void NumberedFiles::Watch(Watcher watcher) {
     watcher_ = std::move(watcher);
@@ -184,36 +240,45 @@ std::int64_t NumberedFiles::Position(int number) const {
 
 void NumberedFiles::Seek(int number, std::int64_t position) {
     Slot& slot = At(number, "Seek");
-    if (slot.Mode == FileMode::Random) return slot.MoveTo(slot.OffsetOf(position));
+    if (slot.Mode == FileMode::Random) return MoveTo(slot, slot.OffsetOf(position));
     if (position < 1) throw Failure(failure::BadRecordNumber, slot.Path);
     if (position > farthest) throw Failure(failure::Overflow, slot.Path);
-    slot.MoveTo(position - 1);
+    MoveTo(slot, position - 1);
 }
 
 bool NumberedFiles::AtEnd(int number) const {
     const Slot& slot = At(number, "AtEnd");
-    if (HoldsCurrentBlock(slot) && slot.BlockUsed < slot.Block.size()) return false;
+    if (HoldsCurrentBlock(slot) && !slot.Block.UsedUp()) return false;
     return slot.Offset >= slot.File.Size();
 }
 
+// Within a sweep a block may go on serving; outside every move is one to the file.
+void NumberedFiles::MoveTo(Slot& slot, std::int64_t offset) const {
+    if (sweeps_ > 0 && slot.BlockSweep == sweep_ && slot.BlockWrites == writes_) {
+        slot.SweepTo(offset);
+    } else {
+        slot.MoveTo(offset);
+    }
+}
+
 bool NumberedFiles::HoldsCurrentBlock(const Slot& slot) const {
-    return !slot.Block.empty() && slot.BlockWrites == writes_;
+    return !slot.Block.Empty() && slot.BlockWrites == writes_;
 }
 
 // Puts the bytes from the position on into the block, none at the end of the file.
 void NumberedFiles::FillBlock(Slot& slot) const {
     Tell("read", slot.Number, slot.Path, slot.NextBlock);
-    slot.Block.resize(slot.NextBlock);
-    slot.BlockUsed = 0;
     slot.BlockWrites = writes_;
-    slot.Block.resize(slot.File.Read(slot.Offset, slot.Block.data(), slot.NextBlock));
+    slot.BlockSweep = sweep_;
+    slot.Block.Fill(slot.NextBlock,
+                    [&](char* to) { return slot.File.Read(slot.Offset, to, slot.NextBlock); });
     slot.NextBlock = std::min(slot.NextBlock * blockGrowth, lastBlock);
 }
 
 // Behind a CR: the LF that belongs to it, if there is one.
 void NumberedFiles::SkipLineFeed(Slot& slot) const {
-    if (slot.BlockUsed == slot.Block.size()) FillBlock(slot);
-    if (slot.BlockUsed == slot.Block.size() || slot.Block[slot.BlockUsed] != '\n') return;
+    if (slot.Block.UsedUp()) FillBlock(slot);
+    if (slot.Block.UsedUp() || slot.Block.Rest().front() != '\n') return;
     slot.MoveBy(1);
 }
 
@@ -221,10 +286,10 @@ template <typename Take>
 void NumberedFiles::WalkLine(int number, Take&& take) {
     Slot& slot = At(number, "ReadLine");
     slot.RequireReadable();
-    if (!HoldsCurrentBlock(slot) || slot.BlockUsed == slot.Block.size()) FillBlock(slot);
-    if (slot.Block.empty()) throw Failure(failure::InputPastEnd, slot.Path);
-    while (!slot.Block.empty()) {
-        const std::string_view rest = std::string_view(slot.Block).substr(slot.BlockUsed);
+    if (!HoldsCurrentBlock(slot) || slot.Block.UsedUp()) FillBlock(slot);
+    if (slot.Block.Empty()) throw Failure(failure::InputPastEnd, slot.Path);
+    while (!slot.Block.Empty()) {
+        const std::string_view rest = slot.Block.Rest();
         const LineEnd line = FirstLine(rest);
         take(rest.substr(0, line.Length));
         if (line.Next != 0) return slot.MoveBy(line.Next);
@@ -232,6 +297,38 @@ void NumberedFiles::WalkLine(int number, Take&& take) {
         slot.MoveBy(rest.size());
         if (carriageReturn) return SkipLineFeed(slot);
         FillBlock(slot);
+    }
+}
+
+// Hands over the lines that stand whole in the block, and returns what is asked for behind them.
+NumberedFiles::AfterLine NumberedFiles::WalkBlock(Slot& slot, AfterLine after,
+                                                  const LineTaker& take) {
+    std::string_view rest = slot.Block.Rest();
+    while (after != AfterLine::End) {
+        const LineEnd line = FirstLine(rest);
+        if (line.Next == 0) break;
+        slot.MoveBy(line.Next);
+        after = after == AfterLine::SkipOne ? AfterLine::Next : take(rest.substr(0, line.Length));
+        rest.remove_prefix(line.Next);
+    }
+    return after;
+}
+
+void NumberedFiles::WalkLines(int number, const LineTaker& take) {
+    Slot& slot = At(number, "WalkLines");
+    slot.RequireReadable();
+    std::string line;  // that does not stand whole in a block
+    AfterLine after = AfterLine::Next;
+    for (;;) {
+        if (HoldsCurrentBlock(slot)) after = WalkBlock(slot, after, take);
+        if (after == AfterLine::End) return;
+        if (after == AfterLine::SkipOne) {
+            SkipLine(number);
+            after = AfterLine::Next;
+        } else {
+            ReadLineInto(number, line);
+            after = take(line);
+        }
     }
 }
 
@@ -265,7 +362,7 @@ std::string NumberedFiles::ReadChars(int number, std::int64_t count) {
             throw Failure(failure::InputPastEnd, slot.Path);
         }
     }
-    slot.MoveTo(slot.Offset + count);
+    MoveTo(slot, slot.Offset + count);
     return chars;
 }
 
@@ -300,13 +397,23 @@ void NumberedFiles::WriteNumberLine(int number, std::int64_t value) {
     WriteLine(number, (value < 0 ? "" : " ") + std::to_string(value) + " ");
 }
 
+// What there is of a record at an offset.
+std::size_t NumberedFiles::ReadRecordBytes(Slot& slot, std::int64_t offset, RecordBytes& to) const {
+    if (sweeps_ == 0) {
+        Tell("read", slot.Number, slot.Path, to.size());
+        return slot.File.Read(offset, to.data(), to.size());
+    }
+    MoveTo(slot, offset);
+    if (!HoldsCurrentBlock(slot) || slot.Block.Rest().size() < to.size()) FillBlock(slot);
+    return slot.Block.Rest().copy(to.data(), to.size());
+}
+
 std::int32_t NumberedFiles::ReadRecord(int number, std::int64_t record) {
     Slot& slot = At(number, "ReadRecord");
     const std::int64_t offset = slot.OffsetOf(record);
-    Tell("read", number, slot.Path, recordBytes);
-    std::array<char, recordBytes> bytes{};
-    const std::size_t got = slot.File.Read(offset, bytes.data(), bytes.size());
-    slot.MoveTo(offset + slot.RecordLength);
+    RecordBytes bytes{};
+    const std::size_t got = ReadRecordBytes(slot, offset, bytes);
+    MoveTo(slot, offset + slot.RecordLength);
     if (got < bytes.size()) return 0;
     std::uint32_t value = 0;
     for (std::size_t i = bytes.size(); i-- > 0;) {
@@ -318,7 +425,7 @@ std::int32_t NumberedFiles::ReadRecord(int number, std::int64_t record) {
 void NumberedFiles::WriteRecord(int number, std::int64_t record, std::int32_t value) {
     Slot& slot = At(number, "WriteRecord");
     const std::int64_t offset = slot.OffsetOf(record);
-    std::array<char, recordBytes> bytes{};
+    RecordBytes bytes{};
     auto rest = static_cast<std::uint32_t>(value);
     for (char& byte : bytes) {
         byte = static_cast<char>(rest & 0xFF);

@@ -26,8 +26,9 @@ enum class FileMode {
 // What another open number has written is seen at once: a read after a Seek always goes to the
 // file, and the rest of the block that a line was cut from serves the lines that follow it only
 // until the number is sought or closed or anything is written through this table. So a title costs
-// one read, and a walk over a whole file one read for many lines. Every write is with the system
-// when the call returns; Flush carries it to the disk.
+// one read, and a walk over a whole file one read for many lines. A Sweep, below, lets blocks serve
+// longer for as long as it lives. Every write is with the system when the call returns; Flush
+// carries it to the disk.
 //
 // Failures: 52 the number is not open (or not 1 to 511), 53 the file is missing (Input), 54 the
 // mode does not allow the operation, 55 the number is open already, 61 disk full, 62 reading past
@@ -49,6 +50,22 @@ class NumberedFiles {
         std::uint64_t Bytes;    // asked for or handed over; 0 where there are none
     };
     using Watcher = std::function<void(const Access&)>;
+
+    // For reading many records of a file one after another, as a search does. While one lives, a
+    // Seek or ReadRecord may be served from the block that the number holds, if it was read in this
+    // sweep and nothing was written through this table since; and as long as the places follow each
+    // other closely, blocks grow, so that many titles cost one read. What another program writes
+    // may thus be seen only by the next sweep: none may live while events run.
+    class Sweep {
+      public:
+        explicit Sweep(NumberedFiles& files);
+        ~Sweep();
+        Sweep(const Sweep&) = delete;
+        Sweep& operator=(const Sweep&) = delete;
+
+      private:
+        NumberedFiles& files_;
+    };
 
     explicit NumberedFiles(const Paths& paths);
     ~NumberedFiles();
@@ -78,6 +95,12 @@ class NumberedFiles {
     // The same into a string that is used again and again, and past a line that nobody wants.
     void ReadLineInto(int number, std::string& line);
     void SkipLine(int number);
+    // Hands one line after another to `take`, for as long as that asks for the next one or for the
+    // one behind it. The text lasts until `take` returns, and `take` uses no files. 62
+    // when a line is asked for at the end.
+    enum class AfterLine { Next, SkipOne, End };
+    using LineTaker = std::function<AfterLine(std::string_view line)>;
+    void WalkLines(int number, const LineTaker& take);
     // Exactly `count` bytes from the position. 62 when the file holds fewer, 5 when negative; the
     // length is checked against the file before memory is taken.
     std::string ReadChars(int number, std::int64_t count);
@@ -108,11 +131,15 @@ class NumberedFiles {
 
   private:
     struct Slot;
+    using RecordBytes = std::array<char, 4>;
     Slot& At(int number, const char* source) const;
     void Tell(std::string_view kind, int number, std::string_view path, std::uint64_t bytes) const;
     bool HoldsCurrentBlock(const Slot& slot) const;
+    void MoveTo(Slot& slot, std::int64_t offset) const;
+    std::size_t ReadRecordBytes(Slot& slot, std::int64_t offset, RecordBytes& to) const;
     template <typename Take>
     void WalkLine(int number, Take&& take);  // hands the stretches of the next line to `take`
+    static AfterLine WalkBlock(Slot& slot, AfterLine after, const LineTaker& take);
     void FillBlock(Slot& slot) const;
     void SkipLineFeed(Slot& slot) const;
     void WriteAt(Slot& slot, std::int64_t offset, std::string_view bytes);
@@ -121,8 +148,10 @@ class NumberedFiles {
     const Paths& paths_;
     Watcher watcher_;
     std::array<std::unique_ptr<Slot>, MaxNumber + 1> slots_;
-    std::uint64_t writes_ =
-        0;  // what was written through this table; dates the blocks of the slots
+    // What was written through this table, and the last sweep; they date the blocks of the slots.
+    std::uint64_t writes_ = 0;
+    std::uint64_t sweep_ = 0;
+    int sweeps_ = 0;  // that live
 };
 
 }  // namespace larder

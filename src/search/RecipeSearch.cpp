@@ -53,7 +53,9 @@ void RecipeSearch::FindByWords(const std::string& text, bool onlyInList) {
     // A narrowing search keeps the earlier words highlighted.
     main.strLastSearchWords = onlyInList ? text + " " + main.strLastSearchWords : text;
     std::string strWhat = text;
+    sweep_.emplace(main.files);
     finder_.FindRecipes(strWhat);
+    sweep_.reset();
     main.recipes.DecorateWait(false, "");
 }
 
@@ -99,10 +101,14 @@ void RecipeSearch::LetEventsRun() {
     const bool early = ++steps_ >= FirstLook && std::has_single_bit(steps_);
     if (!early && now - lastLook_ < LongestWait) return;
     lastLook_ = now;
+    // A handler finds what is in the files now, and so do the titles that follow.
+    sweep_.reset();
     Application::DoEvents();
+    sweep_.emplace(main.files);
 }
 
 void RecipeSearch::ShowResult(bool searched, bool found) {
+    sweep_.reset();
     main.recipes.SetColumnsForRecipes_X2();
     if (searched) {
         main.strSelectedKey[1] = "1";
@@ -120,6 +126,7 @@ void RecipeSearch::ShowResult(bool searched, bool found) {
 }
 
 void RecipeSearch::ShowCancelled() {
+    sweep_.reset();
     main.recipes.ShowRecipesIn_lvwX2("same", 1, false, true);
     main.recipes.ReportRecipesFound("");
 }

@@ -3,8 +3,10 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "platform/NumberedFiles.h"
 #include "search/RecipeFinder.h"
 #include "search/WordIndex.h"
 
@@ -48,6 +50,7 @@ class RecipeSearch final : private FindSurroundings {
     std::unique_ptr<frmSearch> dialog_;
     bool onlyInList_ = false;
     bool listIsFavorites_ = false;                    // when Find was pressed
+    std::optional<NumberedFiles::Sweep> sweep_;       // over the recipes, between looks at events
     std::uint32_t steps_ = 0;                         // numbers looked at by this search
     std::chrono::steady_clock::time_point lastLook_;  // at the event queue
 };

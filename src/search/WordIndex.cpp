@@ -22,19 +22,25 @@ std::int16_t WordIndex::OpenAndCount() {
 std::string WordIndex::LookUpWord(std::string& strWord) {
     const std::int16_t words = OpenAndCount();
     strWord = LowerCase(strWord);
-    std::string word;
     std::string numbers;
-    for (std::int16_t i = 0; i < words; ++i) {
-        files_.ReadLineInto(filenumber::SearchYDB, word);
-        if (word >= strWord) {
-            numbers = files_.ReadLine(filenumber::SearchYDB);
-            break;
+    std::int16_t i = 0;
+    bool reached = false;  // a word that is not below the one sought
+    bool found = false;
+    const auto take = [&](std::string_view line) {
+        if (reached || i == words) {  // the numbers of that word, or of the last one
+            if (found) numbers = line;
+            return NumberedFiles::AfterLine::End;
         }
-        files_.SkipLine(filenumber::SearchYDB);
-    }
+        ++i;
+        reached = line >= strWord;
+        found = line == strWord;
+        return reached || i == words ? NumberedFiles::AfterLine::Next
+                                     : NumberedFiles::AfterLine::SkipOne;
+    };
+    if (words > 0) files_.WalkLines(filenumber::SearchYDB, take);
     files_.Close(filenumber::SearchYDB);
     files_.Close(filenumber::SearchIND);
-    return words > 0 && word == strWord ? numbers : std::string();
+    return numbers;
 }
 
 }  // namespace larder
