@@ -29,23 +29,6 @@ void AppendNumber(std::string& text, std::int32_t number) {
 VirtualList::VirtualList(GrowingListObserver& observer, ListTicket& ticket)
     : observer_(observer), ticket_(ticket) {}
 
-// Without regard to what EqualNoCase disregards, and a little more.
-std::size_t VirtualList::HashOf(std::string_view key) {
-    constexpr unsigned char firstAccented = 0x80;
-    constexpr unsigned char caseBit = 0x20;
-    std::uint64_t hash = 14695981039346656037U;
-    for (const char c : TrimBlanks(key)) {
-        const auto byte = static_cast<unsigned char>(c);
-        hash ^= byte < firstAccented ? byte | caseBit : firstAccented;
-        hash *= 1099511628211U;
-    }
-    return static_cast<std::size_t>(hash);
-}
-
-bool VirtualList::SameKey(std::string_view a, std::string_view b) {
-    return EqualNoCase(TrimBlanks(a), TrimBlanks(b));
-}
-
 void VirtualList::Add(const std::string& text, const std::string& tag, std::int32_t num,
                       const std::string& key, std::int16_t icon, bool bold,
                       const std::string& /*before*/, const std::string& /*after*/) {
@@ -61,7 +44,7 @@ void VirtualList::Add(const std::string& text, const std::string& tag, std::int3
 }
 
 void VirtualList::Append(std::unique_ptr<VirtualListItem> item) {
-    if (!byKey_.insert(item.get()).second) return;
+    if (!byKey_.Insert(*item)) return;
     item->Index = Length() + 1;
     AppendNumber(strAllNums_, item->Num);
     colList_.push_back(std::move(item));
@@ -108,8 +91,7 @@ VirtualListItem* VirtualList::Item(std::int32_t index) {
 VirtualListItem* VirtualList::Item(const std::string& indexOrKey) {
     if (colList_.empty()) return nullptr;
     if (IsNumeric(indexOrKey)) return &Place(Val(indexOrKey));
-    const auto found = byKey_.find(indexOrKey);
-    return found == byKey_.end() ? nullptr : *found;
+    return byKey_.Find(indexOrKey);
 }
 
 const VirtualListItem* VirtualList::Peek(std::int32_t index) const {
@@ -118,8 +100,7 @@ const VirtualListItem* VirtualList::Peek(std::int32_t index) const {
 }
 
 const VirtualListItem* VirtualList::PeekKey(const std::string& key) const {
-    const auto found = byKey_.find(key);
-    return found == byKey_.end() ? nullptr : *found;
+    return byKey_.Find(key);
 }
 
 VirtualListItem* VirtualList::Peek(std::int32_t index) {
@@ -133,13 +114,13 @@ VirtualListItem* VirtualList::PeekKey(const std::string& key) {
 void VirtualList::SetItem(std::int32_t index, const VirtualListItem& newValue) {
     if (index < 1 || index > Length()) throw Failure(failure::TypeMismatch, "VListClass.Item");
     VirtualListItem& item = *colList_[static_cast<std::size_t>(index - 1)];
-    const auto same = byKey_.find(newValue.Key);
-    if (same != byKey_.end() && *same != &item) {
+    const VirtualListItem* same = byKey_.Find(newValue.Key);
+    if (same != nullptr && same != &item) {
         throw Failure(failure::KeyNotUnique, "VListClass.Item");
     }
-    byKey_.erase(&item);
+    byKey_.Erase(item);
     item = newValue;
-    byKey_.insert(&item);
+    byKey_.Insert(item);
     item.Index = index;
     CurrentIndex = index;
 }
@@ -187,7 +168,7 @@ void VirtualList::ClearAll() {
     ++generation_;
     booSearching = false;
     CurrentIndex = 0;
-    byKey_.clear();
+    byKey_.Clear();
     colList_.clear();
     VirtualMode = false;
     strAllNums_ = " ";
@@ -239,7 +220,7 @@ void VirtualList::RemoveNum(std::int32_t num, bool Sorted) {
         const std::int32_t place = Find(num, Sorted);
         if (place > 0) {
             const auto item = colList_.begin() + (place - 1);
-            byKey_.erase(item->get());
+            byKey_.Erase(**item);
             colList_.erase(item);
             RebuildIndex();
             CurrentIndex = place;

@@ -4,11 +4,10 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <string_view>
-#include <unordered_set>
 #include <vector>
 
 #include "lists/GrowingListObserver.h"
+#include "lists/KeyTable.h"
 #include "lists/ListTicket.h"
 #include "lists/VirtualListItem.h"
 
@@ -93,26 +92,6 @@ class VirtualList {
     void TestIt();
 
   private:
-    // Items by their keys, as these are compared.
-    static std::string_view KeyOf(std::string_view key) { return key; }
-    static std::string_view KeyOf(const VirtualListItem* item) { return item->Key; }
-    static std::size_t HashOf(std::string_view key);
-    static bool SameKey(std::string_view a, std::string_view b);
-    struct KeyHash {
-        using is_transparent = void;
-        template <typename Key>
-        std::size_t operator()(const Key& key) const {
-            return HashOf(KeyOf(key));
-        }
-    };
-    struct KeyEqual {
-        using is_transparent = void;
-        template <typename A, typename B>
-        bool operator()(const A& a, const B& b) const {
-            return SameKey(KeyOf(a), KeyOf(b));
-        }
-    };
-
     std::int32_t Length() const { return static_cast<std::int32_t>(colList_.size()); }
     VirtualListItem& Place(double index);
     std::int32_t NumAt(std::int32_t index) const;
@@ -122,7 +101,7 @@ class VirtualList {
     GrowingListObserver& observer_;
     ListTicket& ticket_;
     std::vector<std::unique_ptr<VirtualListItem>> colList_;
-    std::unordered_set<VirtualListItem*, KeyHash, KeyEqual> byKey_;
+    KeyTable byKey_;
     std::string strAllNums_ = " ";
     std::int32_t VirtualCount_ = 0;
     std::int32_t NextPos_ = 0;

@@ -26,6 +26,9 @@ struct Lines {
 
 Lines BreakIntoLines(const QString& text, const QFont& font, const QSize& room) {
     const QFontMetrics metrics(font);
+    if (!text.contains(QLatin1Char('\n')) && metrics.horizontalAdvance(text) <= room.width()) {
+        return {{text}, false};
+    }
     const int most = std::max(1, room.height() / std::max(1, metrics.lineSpacing()));
     QString broken = text;
     broken.replace(QLatin1Char('\n'), QChar::LineSeparator);

@@ -26,6 +26,7 @@ constexpr std::size_t blockGrowth = 8;
 // A sweep takes a larger block where a place is no farther behind the last one. In a sparser file
 // small reads are cheaper than what lies between them.
 constexpr std::int64_t nearby = 2048;
+constexpr std::size_t firstSweepBlock = 128;  // the usual title and what follows it
 constexpr std::int64_t recordBytes = 4;
 constexpr std::int64_t farthest = std::numeric_limits<std::int64_t>::max() - recordBytes;
 
@@ -126,7 +127,11 @@ struct NumberedFiles::Slot {
     void SweepTo(std::int64_t offset) {
         const std::int64_t from = Offset - static_cast<std::int64_t>(Block.Used());
         const std::int64_t behind = from + static_cast<std::int64_t>(Block.Size());
-        if (Block.Empty() || offset < from || offset > behind + nearby) return MoveTo(offset);
+        if (Block.Empty() || offset < from || offset > behind + nearby) {
+            MoveTo(offset);
+            NextBlock = firstSweepBlock;
+            return;
+        }
         Offset = offset;
         if (offset <= behind) {
             Block.UseUpTo(static_cast<std::size_t>(offset - from));

@@ -5,11 +5,14 @@
 #include <QApplication>
 #include <QTest>
 #include <QTimer>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
 #include "behaviour/support/SearchBook.h"
 #include "platform/Text.h"
+#include "store/FileNumbers.h"
 
 namespace larder::test {
 namespace {
@@ -459,6 +462,41 @@ TEST_F(LongSearch, TheFirstScreenfulIsThereBeforeTheSearchHasEnded) {
     FindWords("fish");
     EXPECT_EQ(early, Range(1, Fit(2)));
     EXPECT_TRUE(caption.ends_with("...")) << caption;
+}
+
+// Titles are read ahead between two looks at the events, not beyond one.
+TEST_F(LongSearch, WhatIsWrittenWhileEventsRunIsInTheTitlesThatFollow) {
+    const std::string name = Folder.Native("Data/Recipes.ydb");
+    int countAtWrite = 0;
+    Later([&] {
+        countAtWrite = Main().VList[1].Count();
+        std::fstream file(name, std::ios::in | std::ios::out | std::ios::binary);
+        const std::string text((std::istreambuf_iterator<char>(file)), {});
+        const std::size_t place = text.find("Fish 300");
+        ASSERT_NE(place, std::string::npos);
+        file.seekp(static_cast<std::streamoff>(place));
+        file << "Carp";
+        file.close();
+        ASSERT_TRUE(file.good());
+    });
+    FindWords("fish");
+    ASSERT_GT(countAtWrite, 0);
+    ASSERT_LT(countAtWrite, Stock);
+    EXPECT_EQ(Main().VList[1].Peek(Stock - 1)->Text, "Fish 299");
+    EXPECT_EQ(Main().VList[1].Peek(Stock)->Text, "Carp 300");
+}
+
+TEST_F(LongSearch, TitlesCostAFewReads) {
+    int reads = 0;
+    Main().files.Watch([&](const NumberedFiles::Access& access) {
+        const bool recipes =
+            access.Number == filenumber::Recipes || access.Number == filenumber::RecipesIndex;
+        if (access.Kind == "read" && recipes) ++reads;
+    });
+    FindWords("bake");
+    Main().files.Watch(nullptr);
+    EXPECT_EQ(Main().VList[1].Count(), Stock);
+    EXPECT_LE(reads, Stock / 4) << "of both files, for the titles and the text on the screen";
 }
 
 }  // namespace
