@@ -91,6 +91,11 @@ class ReadBlock {
     std::size_t used_ = 0;
 };
 
+std::string_view WithoutReturn(std::string_view line) {
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    return line;
+}
+
 }  // namespace
 
 struct NumberedFiles::Slot {
@@ -310,13 +315,30 @@ NumberedFiles::AfterLine NumberedFiles::WalkBlock(Slot& slot, AfterLine after,
                                                   const LineTaker& take) {
     std::string_view rest = slot.Block.Rest();
     while (after != AfterLine::End) {
-        const LineEnd line = FirstLine(rest);
-        if (line.Next == 0) break;
-        slot.MoveBy(line.Next);
-        after = after == AfterLine::SkipOne ? AfterLine::Next : take(rest.substr(0, line.Length));
-        rest.remove_prefix(line.Next);
+        const std::size_t lineFeed = rest.find('\n');
+        if (lineFeed == std::string_view::npos) break;
+        slot.MoveBy(lineFeed + 1);
+        after = after == AfterLine::SkipOne ? AfterLine::Next
+                                            : take(WithoutReturn(rest.substr(0, lineFeed)));
+        rest.remove_prefix(lineFeed + 1);
     }
     return after;
+}
+
+// The line that goes on behind the block, into `line` unless it is to be skipped.
+void NumberedFiles::TakeLineApart(Slot& slot, std::string* line) {
+    bool any = false;
+    for (;;) {
+        if (!HoldsCurrentBlock(slot) || slot.Block.UsedUp()) FillBlock(slot);
+        if (slot.Block.Empty()) break;
+        any = true;
+        const std::string_view rest = slot.Block.Rest();
+        const std::size_t lineFeed = rest.find('\n');
+        if (line != nullptr) line->append(rest.substr(0, lineFeed));
+        slot.MoveBy(std::min(lineFeed, rest.size() - 1) + 1);
+        if (lineFeed != std::string_view::npos) return;
+    }
+    if (!any) throw Failure(failure::InputPastEnd, slot.Path);
 }
 
 void NumberedFiles::WalkLines(int number, const LineTaker& take) {
@@ -327,13 +349,9 @@ void NumberedFiles::WalkLines(int number, const LineTaker& take) {
     for (;;) {
         if (HoldsCurrentBlock(slot)) after = WalkBlock(slot, after, take);
         if (after == AfterLine::End) return;
-        if (after == AfterLine::SkipOne) {
-            SkipLine(number);
-            after = AfterLine::Next;
-        } else {
-            ReadLineInto(number, line);
-            after = take(line);
-        }
+        line.clear();
+        TakeLineApart(slot, after == AfterLine::SkipOne ? nullptr : &line);
+        after = after == AfterLine::SkipOne ? AfterLine::Next : take(WithoutReturn(line));
     }
 }
 

@@ -96,8 +96,8 @@ class NumberedFiles {
     void ReadLineInto(int number, std::string& line);
     void SkipLine(int number);
     // Hands one line after another to `take`, for as long as that asks for the next one or for the
-    // one behind it. The text lasts until `take` returns, and `take` uses no files. 62
-    // when a line is asked for at the end.
+    // one behind it. Lines end with CR LF or LF here. The text lasts until `take` returns, and
+    // `take` uses no files. 62 when a line is asked for at the end.
     enum class AfterLine { Next, SkipOne, End };
     using LineTaker = std::function<AfterLine(std::string_view line)>;
     void WalkLines(int number, const LineTaker& take);
@@ -140,6 +140,7 @@ class NumberedFiles {
     template <typename Take>
     void WalkLine(int number, Take&& take);  // hands the stretches of the next line to `take`
     static AfterLine WalkBlock(Slot& slot, AfterLine after, const LineTaker& take);
+    void TakeLineApart(Slot& slot, std::string* line);
     void FillBlock(Slot& slot) const;
     void SkipLineFeed(Slot& slot) const;
     void WriteAt(Slot& slot, std::int64_t offset, std::string_view bytes);
