@@ -14,7 +14,7 @@ std::string Blanked(std::int32_t number) {
 }  // namespace
 
 bool PictureSet::HasPicture(const std::string& strRecipeNum) const {
-    return strAllWithPicture.find(" " + strRecipeNum + " ") != std::string::npos;
+    return strAllWithPicture.Holds(strRecipeNum);
 }
 
 std::string PictureSet::CheckForAPicture(std::string strRecipeNum) {
@@ -62,7 +62,7 @@ void PictureSet::AddToAllWithPicture(std::int32_t RecipeNum) {
     if (entry == nullptr) return;
     if (entry->Tag.find(Blanked(RecipeNum)) != std::string::npos) return;
     entry->Tag += std::to_string(RecipeNum) + " ";
-    strAllWithPicture = entry->Tag;
+    strAllWithPicture.Assign(entry->Tag);
     main.categories.UpdateCategoryFile();
 }
 
@@ -71,13 +71,13 @@ void PictureSet::RemoveFromAllWithPicture(std::int32_t RecipeNum) {
     if (entry == nullptr) return;
     if (entry->Tag.find(Blanked(RecipeNum)) == std::string::npos) return;
     main.YS.ReplaceStr(entry->Tag, Blanked(RecipeNum), " ");
-    strAllWithPicture = entry->Tag;
+    strAllWithPicture.Assign(entry->Tag);
     main.categories.UpdateCategoryFile();
 }
 
 void PictureSet::TakeFromCategories() {
     const VirtualListItem* entry = main.VList[0].PeekKey("ALL RECIPES WITH PICTURES");
-    if (entry != nullptr) strAllWithPicture = entry->Tag;
+    if (entry != nullptr) strAllWithPicture.Assign(entry->Tag);
 }
 
 void PictureSet::QueryPicturesOnly() {

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "lists/NumberSet.h"
+
 namespace larder {
 
 class frmMain;
@@ -40,7 +42,7 @@ class PictureSet {
     bool WaitForPhotoFolder();
 
     frmMain& main;
-    std::string strAllWithPicture;
+    NumberSet strAllWithPicture;
 };
 
 }  // namespace larder
