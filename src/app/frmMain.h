@@ -15,6 +15,7 @@
 #include "browse/PictureView.h"
 #include "browse/RecipeList.h"
 #include "browse/RecipeViewer.h"
+#include "edit/RecipeEditor.h"
 #include "layout/FontSizing.h"
 #include "layout/WindowLayout.h"
 #include "lists/CategoryList.h"
@@ -33,6 +34,7 @@
 #include "platform/Sound.h"
 #include "search/RecipeSearch.h"
 #include "store/DataPaths.h"
+#include "store/OwnRecipes.h"
 #include "store/RecipeStore.h"
 
 namespace larder {
@@ -98,6 +100,8 @@ class frmMain final : private GrowingListObserver, private DiscQuestion {
     RecipeViewer viewer{*this};
     PictureView pictureView{*this};
     RecipeSearch search{*this};
+    RecipeEditor editor{*this};
+    OwnRecipes ownRecipes{*this};
     ListInput listInput{*this};
     MainEvents events{*this};
 
