@@ -33,6 +33,7 @@ void MainEvents::ConnectWindow() {
         if (main.startUp.LayoutBegun()) main.layout.ResizeIt();
     };
     window.OnUnload = [this] { main.Unload(); };
+    main.instance.OnSecondStart = [this] { main.ui.window.BringToFront(); };
     // Drawing the icon in all its sizes can wait until the cook sees the window.
     window.OnFirstPaint = [this] { main.ui.window.SetIcon("tidewell-larder"); };
 }

@@ -31,6 +31,7 @@
 #include "platform/Failure.h"
 #include "platform/NumberedFiles.h"
 #include "platform/Paths.h"
+#include "platform/SingleInstance.h"
 #include "platform/Sound.h"
 #include "search/RecipeSearch.h"
 #include "store/DataPaths.h"
@@ -70,6 +71,7 @@ class frmMain final : private GrowingListObserver, private DiscQuestion {
 
     // Data.
     Paths objFSO;
+    SingleInstance instance;  // outlives the open files
     NumberedFiles files{objFSO};
     DataPaths paths;
     RecipeStore store;

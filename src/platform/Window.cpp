@@ -246,7 +246,13 @@ bool Window::Visible() const {
 void Window::BringToFront() {
     widget_->setWindowState(widget_->windowState() & ~Qt::WindowMinimized);
     widget_->raise();
-    widget_->activateWindow();
+    QWidget* modal = QApplication::activeModalWidget();
+    if (modal == nullptr || modal == widget_.get()) {
+        widget_->activateWindow();
+    } else {
+        modal->raise();
+        modal->activateWindow();
+    }
 }
 
 void Window::Close() {

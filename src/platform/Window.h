@@ -44,6 +44,7 @@ class Window : public Container {
     void ShowModal();  // returns when the window is hidden or closed
     void Hide();
     bool Visible() const;
+    // Active, raised and no longer minimised; a modal dialog of the program stays before it.
     void BringToFront();
     // As the user closes it: OnQueryUnload may refuse; OnUnload runs, then the window is gone from
     // the screen, and with it the windows that it owns. It can be shown again.
