@@ -15,6 +15,7 @@
 #include "browse/PictureView.h"
 #include "browse/RecipeList.h"
 #include "browse/RecipeViewer.h"
+#include "edit/EditDialogs.h"
 #include "edit/RecipeEditor.h"
 #include "layout/FontSizing.h"
 #include "layout/WindowLayout.h"
@@ -104,6 +105,7 @@ class frmMain final : private GrowingListObserver, private DiscQuestion {
     RecipeSearch search{*this};
     RecipeEditor editor{*this};
     OwnRecipes ownRecipes{*this};
+    EditDialogs editDialogs{*this};
     ListInput listInput{*this};
     MainEvents events{*this};
 

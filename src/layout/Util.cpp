@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/Window.h"
+
 namespace larder {
 
 void FitRectangle(std::int32_t maxHeight, std::int32_t maxWidth, std::int32_t& height,
@@ -18,6 +20,13 @@ void FitRectangle(std::int32_t maxHeight, std::int32_t maxWidth, std::int32_t& h
         height =
             static_cast<std::int32_t>(std::max<std::int64_t>(maxWidth * ownHeight / ownWidth, 1));
     }
+}
+
+void CenterInWorkArea(Window& window) {
+    const Rectangle area = window.WorkArea();
+    const Rectangle place = window.Place();
+    window.MoveTo(area.Left + (area.Width - place.Width) / 2,
+                  area.Top + (area.Height - place.Height) / 2);
 }
 
 }  // namespace larder

@@ -255,6 +255,17 @@ void Window::BringToFront() {
     }
 }
 
+void Window::SetTopmost() {
+    if (widget_->windowFlags() & Qt::WindowStaysOnTopHint) return;
+    const bool shown = !widget_->isHidden();
+    widget_->setWindowFlag(Qt::WindowStaysOnTopHint);  // hides it
+    if (shown) widget_->show();
+}
+
+void Window::Refresh() {
+    widget_->repaint();
+}
+
 void Window::Close() {
     widget_->close();
 }

@@ -1,0 +1,17 @@
+#include "edit/EditDialogs.h"
+
+#include "app/frmMain.h"
+#include "edit/frmProgress.h"
+
+namespace larder {
+
+EditDialogs::EditDialogs(frmMain& hub) : main(hub) {}
+
+EditDialogs::~EditDialogs() = default;
+
+frmProgress& EditDialogs::Progress() {
+    if (progress_ == nullptr) progress_ = std::make_unique<frmProgress>(main);
+    return *progress_;
+}
+
+}  // namespace larder
