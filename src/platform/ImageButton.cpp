@@ -20,6 +20,20 @@
 
 namespace larder {
 
+namespace {
+
+// A caption as it is read: without the mark of its access key.
+std::string Spoken(const std::string& caption) {
+    std::string text;
+    for (std::size_t i = 0; i < caption.size(); ++i) {
+        if (caption[i] == '&' && ++i == caption.size()) break;
+        text += caption[i];
+    }
+    return text;
+}
+
+}  // namespace
+
 // The press of a button: by one mouse button or by Space, from its beginning to its end. While it
 // is held and off the button, the button looks up again.
 class ImageButton::Widget : public QWidget {
@@ -192,7 +206,10 @@ void ImageButton::Widget::paintEvent(QPaintEvent*) {
     if (!design.Caption.empty()) {
         painter.setFont(NativeFont(design.CaptionFont));
         painter.setPen(NativeColor(design.ForColor));
-        painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, NativeText(design.Caption));
+        if (look == Look::Disabled) painter.setOpacity(0.8);
+        painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap | Qt::TextShowMnemonic,
+                         NativeText(design.Caption));
+        painter.setOpacity(1.0);
     }
     if (ring_ && hasFocus()) PaintRing(painter);
 }
@@ -271,7 +288,7 @@ void ImageButton::SetDesign(Design design) {
         design_.ImagePressed = WithoutGround(design_.ImagePressed);
         design_.ImageDisabled = WithoutGround(design_.ImageDisabled);
     }
-    SetShownName(design_.Caption);
+    SetShownName(Spoken(design_.Caption));
     Mine()->update();
 }
 
@@ -283,7 +300,7 @@ void ImageButton::SetButtonState(std::int32_t state) {
 
 void ImageButton::SetCaption(const std::string& caption) {
     design_.Caption = caption;
-    SetShownName(caption);
+    SetShownName(Spoken(caption));
     Mine()->update();
 }
 

@@ -24,7 +24,7 @@ class ImageButton : public Control {
         Picture Image;  // normal look
         Picture ImagePressed;
         Picture ImageDisabled;  // optional: without it the button looks normal when disabled
-        std::string Caption;    // often empty: the picture has the text
+        std::string Caption;    // often empty: the picture has the text; '&' marks its access key
         larder::Font CaptionFont;
         std::int32_t ForColor = 0;
         bool Transparent = true;  // the picture's ground lets the window show through

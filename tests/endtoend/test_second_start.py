@@ -75,6 +75,15 @@ class SecondStart(unittest.TestCase):
         second = self.start(link)
         self.assertEqual(second.wait_for_end(), 0, second.output())
 
+    def test_an_open_dialog_of_the_first_stays_before_it(self):
+        self.first.click_control("Add")
+        self.first.control("Create New Recipe")
+        self.assertEqual(self.start().wait_for_end(), 0)
+        wait_for("the dialog in front", lambda: self.active() != self.first.window()
+                 and self.first.is_showing("Create New Recipe"))
+        self.screen.press("Escape")
+        wait_for("the dialog gone", lambda: not self.first.is_showing("Create New Recipe"))
+
     def test_a_first_that_was_killed_leaves_the_recipes_free(self):
         os.kill(self.first._process.pid, signal.SIGKILL)
         self.first.wait_for_end()
