@@ -6,6 +6,13 @@
 
 namespace larder {
 
+void CenterInWorkArea(Window& window) {
+    const Rectangle area = window.WorkArea();
+    const Rectangle place = window.Place();
+    window.MoveTo(area.Left + (area.Width - place.Width) / 2,
+                  area.Top + (area.Height - place.Height) / 2);
+}
+
 void FitRectangle(std::int32_t maxHeight, std::int32_t maxWidth, std::int32_t& height,
                   std::int32_t& width) {
     if (height <= 0 || width <= 0) return;
@@ -20,13 +27,6 @@ void FitRectangle(std::int32_t maxHeight, std::int32_t maxWidth, std::int32_t& h
         height =
             static_cast<std::int32_t>(std::max<std::int64_t>(maxWidth * ownHeight / ownWidth, 1));
     }
-}
-
-void CenterInWorkArea(Window& window) {
-    const Rectangle area = window.WorkArea();
-    const Rectangle place = window.Place();
-    window.MoveTo(area.Left + (area.Width - place.Width) / 2,
-                  area.Top + (area.Height - place.Height) / 2);
 }
 
 }  // namespace larder
