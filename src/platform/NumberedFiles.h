@@ -41,7 +41,8 @@ class NumberedFiles {
     static constexpr int MaxNumber = 511;
 
     // What the table is about to do to the outside; a test's hook may throw a Failure from it, or
-    // count. Kind is "open", "read", "write", "flush", "close", "truncate", "rename" or "delete".
+    // count. Kind is "open", "read", "write", "flush", "close", "truncate", "rename", "delete" or
+    // "folder" (one is made).
     // Lengths and existence are asked for without notice.
     struct Access {
         std::string_view Kind;
@@ -128,6 +129,11 @@ class NumberedFiles {
     void Delete(const std::string& path);
     // Puts `from` in the place of `to` in one step, and flushes the folder.
     void Replace(const std::string& from, const std::string& to);
+    // A copy, byte for byte, in the place of what `to` was: written beside it (its name with
+    // ".new" behind), flushed, and put there in one step. Makes the folder of `to` when only that
+    // is missing. After a failure `to` is what it was, and nothing stands beside it. Takes little
+    // memory, however long the file is.
+    void CopyFile(const std::string& from, const std::string& to);
 
   private:
     struct Slot;
@@ -145,6 +151,8 @@ class NumberedFiles {
     void SkipLineFeed(Slot& slot) const;
     void WriteAt(Slot& slot, std::int64_t offset, std::string_view bytes);
     void FlushFolder(const std::string& path) const;
+    void MakeFolderOf(const std::string& path);
+    void CopyBytes(const std::string& from, const std::string& to);
 
     const Paths& paths_;
     Watcher watcher_;
