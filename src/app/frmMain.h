@@ -27,6 +27,7 @@
 #include "lists/VirtualList.h"
 #include "lists/YStrings.h"
 #include "platform/Application.h"
+#include "platform/CommonDialog.h"
 #include "platform/Dialogs.h"
 #include "platform/Drives.h"
 #include "platform/Failure.h"
@@ -73,6 +74,7 @@ class frmMain final : private GrowingListObserver, private DiscQuestion {
     // Data.
     Paths objFSO;
     SingleInstance instance;  // outlives the open files
+    CommonDialog cdgDialogBox{dialogs, objFSO};
     NumberedFiles files{objFSO};
     DataPaths paths;
     RecipeStore store;

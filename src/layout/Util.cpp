@@ -29,4 +29,12 @@ void FitRectangle(std::int32_t maxHeight, std::int32_t maxWidth, std::int32_t& h
     }
 }
 
+void FitRectangle(std::int32_t maxHeight, std::int32_t maxWidth, std::int32_t& height,
+                  std::int32_t& width, std::int32_t frameLeft, std::int32_t frameTop,
+                  std::int32_t& left, std::int32_t& top) {
+    FitRectangle(maxHeight, maxWidth, height, width);
+    left = frameLeft + (maxWidth - width) / 2;
+    top = frameTop + (maxHeight - height) / 2;
+}
+
 }  // namespace larder

@@ -14,5 +14,9 @@ void CenterInWorkArea(Window& window);
 // to nothing is 1. Nothing happens to a rectangle without a size.
 void FitRectangle(std::int32_t maxHeight, std::int32_t maxWidth, std::int32_t& height,
                   std::int32_t& width);
+// The same, and where it stands when it is centred in a frame that begins at these offsets.
+void FitRectangle(std::int32_t maxHeight, std::int32_t maxWidth, std::int32_t& height,
+                  std::int32_t& width, std::int32_t frameLeft, std::int32_t frameTop,
+                  std::int32_t& left, std::int32_t& top);
 
 }  // namespace larder
