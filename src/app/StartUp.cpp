@@ -86,6 +86,7 @@ void StartUp::LoadBackground() {
 }
 
 void StartUp::OpenFiles() {
+    main.ownRecipes.SettleLastRun();
     main.store.OpenYDB_IND_Normal();
     main.store.OpenCategoryDescriptions();
 }
