@@ -13,6 +13,15 @@ namespace {
 // The line that closes a description, and every record of a text that is to be indexed anew.
 constexpr const char* recordEnd = "\\yyk";
 
+// The pairs of a text and its index that recipes are added to: the user's own and the temporary.
+bool AreCustom(std::int16_t text, std::int16_t index) {
+    return text == filenumber::CustomRecipes && index == filenumber::CustomRecipesIndex;
+}
+
+bool AreTemporary(std::int16_t text, std::int16_t index) {
+    return text == filenumber::RecipesTemp && index == filenumber::RecipesIndexTemp;
+}
+
 std::int32_t AsPosition(std::int64_t position) {
     if (position > std::numeric_limits<std::int32_t>::max()) {
         throw Failure(failure::Overflow, "RecipeWriter");
@@ -44,7 +53,11 @@ bool RecipeWriter::AddRecipeTo_YDB_IND(const std::string& strTitleTXT,
 
 void RecipeWriter::AppendRecord(const std::string& strTitleTXT, const std::string& strRecipeRTF,
                                 std::int16_t XYDBFileNum, std::int16_t XINDFileNum) {
-    const bool custom = XYDBFileNum == filenumber::CustomRecipes;
+    const bool custom = AreCustom(XYDBFileNum, XINDFileNum);
+    if (!custom && !AreTemporary(XYDBFileNum, XINDFileNum)) {
+        Ignoring([&] { files_.Close(XYDBFileNum); });
+        throw Failure(failure::BadFileNumber, "AddRecipeTo_YDB_IND");
+    }
     // Left open for appending, the text could not be read; closed, the next read opens it.
     const auto close = [&] {
         Ignoring([&] { files_.Close(XYDBFileNum); });
@@ -52,7 +65,7 @@ void RecipeWriter::AppendRecord(const std::string& strTitleTXT, const std::strin
     };
     try {
         if (custom) Journal.Settle();
-        OpenForAppending(XYDBFileNum, XINDFileNum);
+        OpenForAppending(custom ? CustomPair(paths_) : TemporaryPair(paths_));
         if (custom) {
             AppendToOwn(strTitleTXT, strRecipeRTF);
         } else {
@@ -87,19 +100,11 @@ void RecipeWriter::AppendToTemporary(const std::string& title, const std::string
     files_.WriteRecord(RecipesIndexTemp, files_.Length(RecipesIndexTemp) / 4 + 1, position);
 }
 
-void RecipeWriter::OpenForAppending(std::int16_t textNumber, std::int16_t indexNumber) {
-    Ignoring([&] { files_.Close(textNumber); });
-    const bool custom =
-        textNumber == filenumber::CustomRecipes && indexNumber == filenumber::CustomRecipesIndex;
-    const bool temporary =
-        textNumber == filenumber::RecipesTemp && indexNumber == filenumber::RecipesIndexTemp;
-    if (!custom && !temporary) return;
-    files_.Open(textNumber, custom ? paths_.strCustomRecipesFile : paths_.strRecipesTempFile,
-                FileMode::Append);
-    if (files_.IsOpen(indexNumber)) return;  // stays in use
-    files_.Open(indexNumber,
-                custom ? paths_.strCustomRecipesIndexFile : paths_.strRecipesIndexTempFile,
-                FileMode::Random);
+// An index that is open stays in use.
+void RecipeWriter::OpenForAppending(const RecipePair& pair) {
+    Ignoring([&] { files_.Close(pair.Text); });
+    files_.Open(pair.Text, pair.TextPath, FileMode::Append);
+    if (!files_.IsOpen(pair.Index)) files_.Open(pair.Index, pair.IndexPath, FileMode::Random);
 }
 
 // Moves the text file behind its last byte and returns that position, as an index entry holds it.

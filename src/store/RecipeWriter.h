@@ -7,6 +7,7 @@
 #include "platform/NumberedFiles.h"
 #include "store/DataPaths.h"
 #include "store/RecipeJournal.h"
+#include "store/RecipePair.h"
 #include "store/RecipeStore.h"
 
 namespace larder {
@@ -45,7 +46,7 @@ class RecipeWriter {
 
   private:
     std::int32_t PositionForAppending(int textNumber);
-    void OpenForAppending(std::int16_t textNumber, std::int16_t indexNumber);
+    void OpenForAppending(const RecipePair& pair);
     void AppendToOwn(const std::string& title, const std::string& rtf);
     void AppendToTemporary(const std::string& title, const std::string& rtf);
 
