@@ -8,6 +8,7 @@
 #include <chrono>
 #include <filesystem>
 #include <memory>
+#include <optional>
 
 #include "LargeFolder.h"
 #include "app/frmMain.h"
@@ -28,6 +29,7 @@ class NoDialogs : public larder::Dialogs {
         std::fprintf(stderr, "unexpected message: %s\n", text.c_str());
         std::abort();
     }
+    std::optional<std::string> OpenFile(const FileQuestion&) override { std::abort(); }
 };
 
 // Notes when a widget is painted for the first time after Arm.

@@ -11,6 +11,7 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,6 +50,7 @@ class NoDialogs : public larder::Dialogs {
         std::fprintf(stderr, "unexpected message: %s\n", text.c_str());
         std::abort();
     }
+    std::optional<std::string> OpenFile(const FileQuestion&) override { std::abort(); }
 };
 
 // Notes the last time that a widget was painted.

@@ -33,6 +33,7 @@ void MainEvents::ConnectWindow() {
         if (main.startUp.LayoutBegun()) main.layout.ResizeIt();
     };
     window.OnUnload = [this] { main.Unload(); };
+    main.instance.OnSecondStart = [this] { main.ui.window.BringToFront(); };
     // Drawing the icon in all its sizes can wait until the cook sees the window.
     window.OnFirstPaint = [this] { main.ui.window.SetIcon("tidewell-larder"); };
 }
@@ -47,9 +48,11 @@ void MainEvents::ConnectButtons() {
         main.SoundClick();
         main.search.ShowDialog();
     });
-    for (ImageButton* button : {&ui.ibAdd, &ui.ibPrint}) {
-        button->OnClick = Quietly([this] { main.SoundClick(); });
-    }
+    ui.ibAdd.OnClick = Quietly([this] {
+        main.SoundClick();
+        main.editDialogs.ShowAddChoice();
+    });
+    ui.ibPrint.OnClick = Quietly([this] { main.SoundClick(); });
     ui.ibNext.OnClick = Quietly([this] {
         main.SoundClick();
         main.viewer.Next();
@@ -98,9 +101,14 @@ void MainEvents::ConnectMenu() {
         main.SoundClick();
         main.favorites.RemoveFromFavorites(selectedNumber());
     });
-    // Writing in recipes is not open yet: the entries show which recipes it will be for.
-    main.ui.mnuPopUpEdit.Enabled = false;
-    main.ui.mnuPopUpDelete.Enabled = false;
+    main.ui.mnuPopUpEdit.OnClick = Quietly([this, selectedNumber] {
+        main.SoundClick();
+        main.ownRecipes.EditRecipe(selectedNumber());
+    });
+    main.ui.mnuPopUpDelete.OnClick = Quietly([this, selectedNumber] {
+        main.SoundClick();
+        main.ownRecipes.DeleteRecipe(selectedNumber(), true, false);
+    });
 }
 
 void MainEvents::ConnectViewer() {
@@ -126,6 +134,10 @@ bool MainEvents::Act(int KeyCode, int Shift) {
             } else {
                 main.categories.SimulateChoiceClick("");
             }
+            return true;
+        case key::E:
+            if (!main.booEditMode || !ui.lvwX2.HasFocus()) return false;
+            main.editor.EditRecipe_InPlace();
             return true;
         case key::F1:
             ui.ibHelp.OnClick();

@@ -7,6 +7,7 @@ namespace larder {
 
 bool StartUp::Run() {
     main.paths.strPath = main.objFSO.Alias(main.app.CurrentFolder()) + "\\Data\\";
+    if (!main.instance.Claim(main.objFSO.Native(main.paths.strPath))) return false;
     if (!ChoosePaths()) return false;
     main.paths.Assign(main.paths.strPath, main.paths.strPathCD);
     main.booEditMode = CommandLineHolds("/E");
@@ -85,6 +86,7 @@ void StartUp::LoadBackground() {
 }
 
 void StartUp::OpenFiles() {
+    main.ownRecipes.SettleLastRun();
     main.store.OpenYDB_IND_Normal();
     main.store.OpenCategoryDescriptions();
 }

@@ -13,7 +13,8 @@ class StartUp {
   public:
     explicit StartUp(frmMain& hub) : main(hub) {}
 
-    // All steps in their order. False when the user gave up looking for the disc (told already).
+    // All steps in their order. False when the program is to end: the user gave up looking for the
+    // disc (told already), or the recipes are open in another one, which has come to the front.
     // A file that cannot be opened is a failure whose description names the file.
     bool Run();
     // True from the moment that the window may be laid out.

@@ -35,8 +35,10 @@ bool frmMain::Load() {
 void frmMain::Unload() {
     if (unloaded_) return;
     unloaded_ = true;
+    editor.Unload();
     intListTicket.Next();                    // a fill that is under way ends
     Ignoring([this] { files.CloseAll(); });  // whatever fails, the program ends
+    instance.OnSecondStart = nullptr;        // a new start waits for the end of this one
     app.Quit(exitStatus_);
 }
 

@@ -15,6 +15,8 @@
 #include "browse/PictureView.h"
 #include "browse/RecipeList.h"
 #include "browse/RecipeViewer.h"
+#include "edit/EditDialogs.h"
+#include "edit/RecipeEditor.h"
 #include "layout/FontSizing.h"
 #include "layout/WindowLayout.h"
 #include "lists/CategoryList.h"
@@ -25,14 +27,17 @@
 #include "lists/VirtualList.h"
 #include "lists/YStrings.h"
 #include "platform/Application.h"
+#include "platform/CommonDialog.h"
 #include "platform/Dialogs.h"
 #include "platform/Drives.h"
 #include "platform/Failure.h"
 #include "platform/NumberedFiles.h"
 #include "platform/Paths.h"
+#include "platform/SingleInstance.h"
 #include "platform/Sound.h"
 #include "search/RecipeSearch.h"
 #include "store/DataPaths.h"
+#include "store/OwnRecipes.h"
 #include "store/RecipeStore.h"
 
 namespace larder {
@@ -68,6 +73,8 @@ class frmMain final : private GrowingListObserver, private DiscQuestion {
 
     // Data.
     Paths objFSO;
+    SingleInstance instance;  // outlives the open files
+    CommonDialog cdgDialogBox{dialogs, objFSO};
     NumberedFiles files{objFSO};
     DataPaths paths;
     RecipeStore store;
@@ -98,6 +105,9 @@ class frmMain final : private GrowingListObserver, private DiscQuestion {
     RecipeViewer viewer{*this};
     PictureView pictureView{*this};
     RecipeSearch search{*this};
+    RecipeEditor editor{*this};
+    OwnRecipes ownRecipes{*this};
+    EditDialogs editDialogs{*this};
     ListInput listInput{*this};
     MainEvents events{*this};
 

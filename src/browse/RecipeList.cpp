@@ -22,7 +22,7 @@ void RecipeList::RemoveFrom_lvwX2(std::int32_t RecipeToRemove) {
     ShowRecipesIn_lvwX2("same", 0, false, true);
     ReportRecipesFound("");
     if (lines.Count() == 0) {
-        main.viewer.SetCurrentRecipe(-1);
+        Ignoring([this] { main.viewer.SetCurrentRecipe(-1); });
         return;
     }
     Ignoring([&] { main.viewer.SetCurrentRecipe(ToLong(lines.Item(i).Tag)); });

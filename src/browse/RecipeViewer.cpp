@@ -19,6 +19,7 @@ void RecipeViewer::SetCurrentRecipe(std::int32_t vNewValue) {
     if (vNewValue > main.store.TotalNumRecords || vNewValue < -1) {
         throw Failure(failure::BadRecordNumber, "CurrentRecipe", "Bad Recipe Number");
     }
+    LeaveTypedText();
     lngCurrentRecipe = vNewValue;
     if (vNewValue < 1) {
         main.ui.lblRecipeNum.SetCaption("");
@@ -39,15 +40,28 @@ void RecipeViewer::SetCurrentRecipe(std::int32_t vNewValue) {
     main.screen.NormRecipeButton();
 }
 
+// What was typed in the viewer belongs to the recipe that is current until now.
+void RecipeViewer::LeaveTypedText() {
+    if (!main.booEditMode) return;
+    if (!main.editor.SaveInPlaceEdit()) {
+        throw Failure(failure::PathAccess, "CurrentRecipe",
+                      "The recipe in the viewer is not saved");
+    }
+    main.editor.SetInPlaceEdit(true);
+}
+
 bool RecipeViewer::ShowRecipe(std::int32_t RecipeNum) {
     RichTextBox& rtb = main.ui.rtbSee;
+    if (Ignoring([this] { LeaveTypedText(); }) != 0) return false;
     try {
         LeaveOtherModes();
         main.layout.HideRTB(rtb);
         if (RecipeNum != -1) SetCurrentRecipe(RecipeNum);
         {
             RichTextBox::Update gathered(rtb);
+            RecipeInBox = 0;
             FillText(rtb);
+            RecipeInBox = lngCurrentRecipe;
             FormatFirstLine(rtb);
             ColorSearchWords(rtb);
             rtb.SetSelStart(0);

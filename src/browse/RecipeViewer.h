@@ -17,10 +17,14 @@ class RecipeViewer {
 
     bool booRecipeHasPicture = false;
     bool Modified = false;  // rtbSee was typed in since it was filled
+    // The recipe whose text stands in rtbSee, 0 for any other text. It is not always the current
+    // one: a recipe becomes current before it is shown, or shows its picture.
+    std::int32_t RecipeInBox = 0;
 
     std::int32_t CurrentRecipe() const { return lngCurrentRecipe; }
     // Sets the number, its label and the view buttons; shows nothing. -1 is none, 0 is allowed.
-    // Failure 63, "Bad Recipe Number", outside -1 to TotalNumRecords.
+    // Failure 63, "Bad Recipe Number", outside -1 to TotalNumRecords; 75 when what was typed in the
+    // viewer could not be saved: the recipe that it belongs to stays current.
     void SetCurrentRecipe(std::int32_t vNewValue);
 
     // Shows the text of a recipe; -1 is the current one. Ends quietly on a failure and then
@@ -38,6 +42,7 @@ class RecipeViewer {
     void Back();
 
   private:
+    void LeaveTypedText();
     void FillText(RichTextBox& rtb);
     void ColorSearchWords(RichTextBox& rtb);
     void LeaveOtherModes();

@@ -98,7 +98,7 @@ void CategoryList::ShowRecipesOf(const std::string& text) {
             main.pictureView.ShowCurRecipePicture();
         }
     } else {
-        main.viewer.SetCurrentRecipe(-1);
+        Ignoring([this] { main.viewer.SetCurrentRecipe(-1); });
     }
     lines.SetVisible(true);
     Ignoring([this] { main.ui.lvwX1.SetFocus(); });

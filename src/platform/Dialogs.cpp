@@ -1,8 +1,13 @@
 #include "platform/Dialogs.h"
 
 #include <QApplication>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
+#include <QStandardPaths>
 #include <QString>
+#include <QStringList>
 
 #include "platform/Native.h"
 
@@ -48,6 +53,30 @@ void AddButtons(QMessageBox& box, Dialogs::Buttons buttons) {
     }
 }
 
+// "Name|*.a;*.b" in Qt's terms, "Name (*.a *.b)". What a name says of patterns itself is left out.
+QStringList NameFilters(const std::string& filter) {
+    const QStringList parts = NativeText(filter).split(QLatin1Char('|'));
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QString patterns = parts[i + 1];
+        patterns.replace(QLatin1Char(';'), QLatin1Char(' '));
+        const QString name = parts[i].section(QLatin1Char('('), 0, 0).trimmed();
+        filters << name + QStringLiteral(" (") + patterns + QLatin1Char(')');
+    }
+    return filters;
+}
+
+void BeginAt(QFileDialog& dialog, const std::string& nativePath) {
+    const QString place = QFile::decodeName(nativePath.c_str());
+    if (place.isEmpty()) {
+        dialog.setDirectory(QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
+    } else if (QFileInfo(place).isDir()) {
+        dialog.setDirectory(place);
+    } else {
+        dialog.setDirectory(QFileInfo(place).path());
+    }
+}
+
 }  // namespace
 
 Dialogs::Answer SystemDialogs::MessageBox(const std::string& text, Buttons buttons, Icon icon,
@@ -70,6 +99,19 @@ Dialogs::Answer SystemDialogs::MessageBox(const std::string& text, Buttons butto
         default:
             return Answer::Ok;
     }
+}
+
+std::optional<std::string> SystemDialogs::OpenFile(const FileQuestion& question) {
+    QFileDialog dialog(QApplication::activeWindow());
+    dialog.setObjectName(QStringLiteral("OpenFile"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    // Its own dialog takes patterns without regard to case, as cameras name their pictures.
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setNameFilters(NameFilters(question.Filter));
+    BeginAt(dialog, question.StartAt);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    return QFile::encodeName(dialog.selectedFiles().first()).toStdString();
 }
 
 }  // namespace larder

@@ -1,12 +1,14 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace larder {
 
 class Window;
 
-// Message boxes. They are the outside world to the program: a test answers them by a script.
+// Message boxes and the question for a file. They are the outside world to the program: a test
+// answers them by a script.
 class Dialogs {
   public:
     virtual ~Dialogs() = default;
@@ -19,6 +21,16 @@ class Dialogs {
     // text may hold CR or LF as line breaks.
     virtual Answer MessageBox(const std::string& text, Buttons buttons, Icon icon,
                               const std::string& title) = 0;
+
+    // What a file is looked for by: patterns by name, as in "Pictures (*.bmp;*.jpg)|*.bmp;*.jpg",
+    // several such pairs divided by '|'; and where to begin, a native path of a folder or a file
+    // (empty: the system's choice).
+    struct FileQuestion {
+        std::string Filter;
+        std::string StartAt;
+    };
+    // The native path of a file that exists; nothing when the user cancels.
+    virtual std::optional<std::string> OpenFile(const FileQuestion& question) = 0;
 };
 
 // The real ones, over the active window.
@@ -26,6 +38,7 @@ class SystemDialogs : public Dialogs {
   public:
     Answer MessageBox(const std::string& text, Buttons buttons, Icon icon,
                       const std::string& title) override;
+    std::optional<std::string> OpenFile(const FileQuestion& question) override;
 };
 
 }  // namespace larder

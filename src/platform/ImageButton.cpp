@@ -5,9 +5,11 @@
 #include <QCursor>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
+#include <QShortcut>
 #include <QWidget>
 #include <algorithm>
 #include <utility>
@@ -28,6 +30,7 @@ class ImageButton::Widget : public QWidget {
         setFocusPolicy(Qt::StrongFocus);
         setCursor(Qt::PointingHandCursor);
         setAttribute(Qt::WA_Hover);
+        connect(&accessKey_, &QShortcut::activated, this, [this] { PressAndRelease(); });
     }
 
     // A whole press at once, as assistive technology and Enter make it.
@@ -36,6 +39,10 @@ class ImageButton::Widget : public QWidget {
         const QPointer<Widget> alive(this);
         Fire(button_.OnMouseUp, mouse::LeftButton, 0, CentreX(), CentreY());
         if (!alive.isNull()) Fire(button_.OnClick);
+    }
+
+    void SetAccessKey(const QString& caption) {
+        accessKey_.setKey(QKeySequence::mnemonic(caption));
     }
 
     void TellState() {
@@ -136,6 +143,7 @@ class ImageButton::Widget : public QWidget {
     void PaintRing(QPainter& painter) const;
 
     ImageButton& button_;
+    QShortcut accessKey_{this};
     Qt::MouseButton heldBy_ = Qt::NoButton;
     bool spaceHeld_ = false;
     bool ring_ = false;  // the focus came by the keyboard or by program
@@ -189,10 +197,12 @@ void ImageButton::Widget::paintEvent(QPaintEvent*) {
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
         painter.setOpacity(1.0);
     }
+    if (look == Look::Disabled) painter.setOpacity(0.8);  // pales the caption
     if (!design.Caption.empty()) {
         painter.setFont(NativeFont(design.CaptionFont));
         painter.setPen(NativeColor(design.ForColor));
-        painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, NativeText(design.Caption));
+        painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap | Qt::TextShowMnemonic,
+                         NativeText(design.Caption));
     }
     if (ring_ && hasFocus()) PaintRing(painter);
 }
@@ -271,8 +281,7 @@ void ImageButton::SetDesign(Design design) {
         design_.ImagePressed = WithoutGround(design_.ImagePressed);
         design_.ImageDisabled = WithoutGround(design_.ImageDisabled);
     }
-    SetShownName(design_.Caption);
-    Mine()->update();
+    TellCaption();
 }
 
 void ImageButton::SetButtonState(std::int32_t state) {
@@ -283,7 +292,14 @@ void ImageButton::SetButtonState(std::int32_t state) {
 
 void ImageButton::SetCaption(const std::string& caption) {
     design_.Caption = caption;
-    SetShownName(caption);
+    TellCaption();
+}
+
+void ImageButton::TellCaption() {
+    Mine()->SetAccessKey(NativeText(design_.Caption));
+    std::string name = design_.Caption;
+    std::erase(name, '&');
+    SetShownName(name);
     Mine()->update();
 }
 

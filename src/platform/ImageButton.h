@@ -10,7 +10,7 @@
 namespace larder {
 
 // The push button of the program: a picture with a normal, a pressed and, optionally, a disabled
-// look, and a caption centred on it.
+// look, and a caption centred on it. Alt with the letter behind a '&' in the caption presses it.
 //
 // MouseDown comes at the press; MouseUp at the release, wherever that is, and also when the press
 // ends without one (the button is hidden, the window loses the mouse); then Click, if the left
@@ -53,6 +53,7 @@ class ImageButton : public Control {
     class Widget;
     class Accessible;
     Widget* Mine() const;
+    void TellCaption();
     Design design_;
     std::int32_t state_ = Up;
     bool pressed_ = false;  // a mouse button is held on it, or Space

@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <exception>
+#include <future>
 #include <utility>
 
 #include "platform/Failure.h"
@@ -137,12 +139,18 @@ void NativeFile::Write(std::int64_t offset, std::string_view bytes) {
     }
 }
 
-void NativeFile::Truncate() {
-    if (ftruncate(descriptor_, 0) != 0) throw Failure(DataFailureNumber(errno), name_);
+void NativeFile::Truncate(std::int64_t size) {
+    if (ftruncate(descriptor_, size) != 0) throw Failure(DataFailureNumber(errno), name_);
 }
 
 void NativeFile::Flush() {
     if (fsync(descriptor_) != 0) throw Failure(DataFailureNumber(errno), name_);
+}
+
+void NativeFile::StartFlush() const {
+#ifdef SYNC_FILE_RANGE_WRITE
+    sync_file_range(descriptor_, 0, 0, SYNC_FILE_RANGE_WRITE);
+#endif
 }
 
 void NativeFile::Close() {
@@ -162,6 +170,26 @@ void FlushFolderOf(const std::string& native, const std::string& name) {
     close(descriptor);
     // Some file systems keep no such state and say that they cannot flush a folder.
     if (result != 0 && systemError != EINVAL) throw Failure(DataFailureNumber(systemError), name);
+}
+
+void FlushTogether(const std::vector<std::function<void()>>& flushes) {
+    if (flushes.empty()) return;
+    std::vector<std::future<void>> others;
+    for (std::size_t i = 1; i < flushes.size(); ++i) {
+        others.push_back(std::async(std::launch::async, flushes[i]));
+    }
+    std::exception_ptr first;
+    const auto keep = [&first](auto&& flush) {
+        try {
+            flush();
+        } catch (...) {
+            if (!first) first = std::current_exception();
+        }
+    };
+    keep(flushes.front());
+    for (std::future<void>& other : others)
+        keep([&other] { other.get(); });
+    if (first) std::rethrow_exception(first);
 }
 
 }  // namespace larder

@@ -2,8 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace larder {
 
@@ -28,8 +30,12 @@ class NativeFile {
     // Up to `count` bytes; fewer only at the end of the file.
     std::size_t Read(std::int64_t offset, char* to, std::size_t count) const;
     void Write(std::int64_t offset, std::string_view bytes);
-    void Truncate();
+    // Cuts the file, or fills it up with zeros.
+    void Truncate(std::int64_t size);
     void Flush();
+    // Sends what was written on its way without waiting for it, so that several files are at it
+    // together before the first Flush waits. Flush alone promises anything.
+    void StartFlush() const;
     // Closes now, so that a failure of closing can be told.
     void Close();
 
@@ -44,6 +50,10 @@ class NativeFile {
 
 // Carries the names in a folder to the disk. Failures as above.
 void FlushFolderOf(const std::string& native, const std::string& name);
+
+// Runs flushes at the same time: a disk carries out several that wait together for little more
+// than the price of one. All are tried; the first failure is raised.
+void FlushTogether(const std::vector<std::function<void()>>& flushes);
 
 // The failure number for an error of the system met while opening, renaming or deleting `native`,
 // and the one for an error met while reading or writing.

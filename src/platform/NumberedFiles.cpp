@@ -1,46 +1,19 @@
 #include "platform/NumberedFiles.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <array>
-#include <cerrno>
-#include <cstdio>
 #include <cstring>
-#include <limits>
+#include <set>
 #include <utility>
 
 #include "platform/Failure.h"
 #include "platform/NativeFile.h"
+#include "platform/NumberedFilesSlot.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
 
 namespace larder {
 
 namespace {
-
-// A title fits into the first block; the blocks of a walk grow up to the last.
-constexpr std::size_t firstBlock = 512;
-constexpr std::size_t lastBlock = 256 * 1024;
-constexpr std::size_t blockGrowth = 8;
-// A sweep takes a larger block where a place is no farther behind the last one. In a sparser file
-// small reads are cheaper than what lies between them.
-constexpr std::int64_t nearby = 2048;
-constexpr std::size_t firstSweepBlock = 128;  // the usual title and what follows it
-constexpr std::int64_t recordBytes = 4;
-constexpr std::int64_t farthest = std::numeric_limits<std::int64_t>::max() - recordBytes;
-
-NativeFile::Access AccessOf(FileMode mode) {
-    switch (mode) {
-        case FileMode::Input:
-            return NativeFile::Access::Read;
-        case FileMode::Output:
-        case FileMode::Append:
-            return NativeFile::Access::Write;
-        default:
-            return NativeFile::Access::ReadWrite;
-    }
-}
 
 struct LineEnd {
     std::size_t Length;  // bytes before the line end
@@ -61,111 +34,12 @@ inline LineEnd FirstLine(std::string_view text) {
     return {length, length + 1 < text.size() ? length + 1 : 0};
 }
 
-// Bytes that were read from a file at once. The memory is taken when it is needed and then kept.
-class ReadBlock {
-  public:
-    bool Empty() const { return size_ == 0; }
-    bool UsedUp() const { return used_ == size_; }
-    std::string_view Rest() const { return {bytes_.get() + used_, size_ - used_}; }
-    std::size_t Size() const { return size_; }
-    std::size_t Used() const { return used_; }
-    void Use(std::size_t bytes) { used_ += bytes; }
-    void UseUpTo(std::size_t used) { used_ = used; }
-    void Clear() { size_ = used_ = 0; }
-
-    // Puts in its place what `read` puts into the memory and counts.
-    template <typename Read>
-    void Fill(std::size_t most, Read&& read) {
-        Clear();
-        if (capacity_ < most) {
-            bytes_ = std::make_unique_for_overwrite<char[]>(most);
-            capacity_ = most;
-        }
-        size_ = read(bytes_.get());
-    }
-
-  private:
-    std::unique_ptr<char[]> bytes_;
-    std::size_t capacity_ = 0;
-    std::size_t size_ = 0;
-    std::size_t used_ = 0;
-};
-
 std::string_view WithoutReturn(std::string_view line) {
     if (line.ends_with('\r')) line.remove_suffix(1);
     return line;
 }
 
 }  // namespace
-
-struct NumberedFiles::Slot {
-    Slot(int number, std::string path, const std::string& native, FileMode mode, int recordLength)
-        : Number(number),
-          Path(std::move(path)),
-          Native(native),
-          Mode(mode),
-          RecordLength(recordLength),
-          File(native, AccessOf(mode), Path) {}
-
-    void Require(bool allowed) const {
-        if (!allowed) throw Failure(failure::BadFileMode, Path);
-    }
-    void RequireReadable() const { Require(Mode == FileMode::Input || Mode == FileMode::Binary); }
-    void RequireWritable() const { Require(Mode != FileMode::Input && Mode != FileMode::Random); }
-
-    // The offset of a record, checked.
-    std::int64_t OffsetOf(std::int64_t record) const {
-        Require(Mode == FileMode::Random);
-        if (record < 1) throw Failure(failure::BadRecordNumber, Path);
-        if (record > farthest / RecordLength) throw Failure(failure::Overflow, Path);
-        return (record - 1) * RecordLength;
-    }
-
-    void MoveTo(std::int64_t offset) {
-        Offset = offset;
-        Block.Clear();
-        NextBlock = firstBlock;
-    }
-
-    // The same within a sweep: a block that holds the place stays, and one that ends a little
-    // before it is followed by a larger one.
-    void SweepTo(std::int64_t offset) {
-        const std::int64_t from = Offset - static_cast<std::int64_t>(Block.Used());
-        const std::int64_t behind = from + static_cast<std::int64_t>(Block.Size());
-        if (Block.Empty() || offset < from || offset > behind + nearby) {
-            MoveTo(offset);
-            NextBlock = firstSweepBlock;
-            return;
-        }
-        Offset = offset;
-        if (offset <= behind) {
-            Block.UseUpTo(static_cast<std::size_t>(offset - from));
-        } else {
-            Block.Clear();
-        }
-    }
-
-    // Forward within the block.
-    void MoveBy(std::size_t bytes) {
-        Offset += static_cast<std::int64_t>(bytes);
-        Block.Use(bytes);
-    }
-
-    int Number;
-    std::string Path;
-    std::string Native;
-    FileMode Mode;
-    int RecordLength;
-    NativeFile File;
-    std::int64_t Offset = 0;  // of the next byte, from 0
-
-    // The file from Offset on and what was used before it, as they were when the table had made
-    // BlockWrites writes.
-    ReadBlock Block;
-    std::uint64_t BlockWrites = 0;
-    std::uint64_t BlockSweep = 0;  // the sweep that it was read in, or the last one before it
-    std::size_t NextBlock = firstBlock;
-};
 
 NumberedFiles::NumberedFiles(const Paths& paths) : paths_(paths) {}
 
@@ -202,7 +76,7 @@ void NumberedFiles::Open(int number, const std::string& path, FileMode mode, int
     auto slot = std::make_unique<Slot>(number, path, paths_.Native(path), mode, recordLength);
     if (mode == FileMode::Output && slot->File.Size() > 0) {
         Tell("truncate", number, path, 0);
-        slot->File.Truncate();
+        slot->File.Truncate(0);
         ++writes_;
     }
     if (mode == FileMode::Append) slot->Offset = slot->File.Size();
@@ -420,73 +294,38 @@ void NumberedFiles::WriteNumberLine(int number, std::int64_t value) {
     WriteLine(number, (value < 0 ? "" : " ") + std::to_string(value) + " ");
 }
 
-// What there is of a record at an offset.
-std::size_t NumberedFiles::ReadRecordBytes(Slot& slot, std::int64_t offset, RecordBytes& to) const {
-    if (sweeps_ == 0) {
-        Tell("read", slot.Number, slot.Path, to.size());
-        return slot.File.Read(offset, to.data(), to.size());
-    }
-    MoveTo(slot, offset);
-    if (!HoldsCurrentBlock(slot) || slot.Block.Rest().size() < to.size()) FillBlock(slot);
-    return slot.Block.Rest().copy(to.data(), to.size());
-}
-
-std::int32_t NumberedFiles::ReadRecord(int number, std::int64_t record) {
-    Slot& slot = At(number, "ReadRecord");
-    const std::int64_t offset = slot.OffsetOf(record);
-    RecordBytes bytes{};
-    const std::size_t got = ReadRecordBytes(slot, offset, bytes);
-    MoveTo(slot, offset + slot.RecordLength);
-    if (got < bytes.size()) return 0;
-    std::uint32_t value = 0;
-    for (std::size_t i = bytes.size(); i-- > 0;) {
-        value = (value << 8) | static_cast<unsigned char>(bytes[i]);
-    }
-    return static_cast<std::int32_t>(value);
-}
-
-void NumberedFiles::WriteRecord(int number, std::int64_t record, std::int32_t value) {
-    Slot& slot = At(number, "WriteRecord");
-    const std::int64_t offset = slot.OffsetOf(record);
-    RecordBytes bytes{};
-    auto rest = static_cast<std::uint32_t>(value);
-    for (char& byte : bytes) {
-        byte = static_cast<char>(rest & 0xFF);
-        rest >>= 8;
-    }
-    WriteAt(slot, offset, {bytes.data(), bytes.size()});
-    slot.MoveTo(offset + slot.RecordLength);
+void NumberedFiles::SetLength(int number, std::int64_t bytes) {
+    Slot& slot = At(number, "SetLength");
+    slot.Require(slot.Mode != FileMode::Input);
+    if (bytes < 0) throw Failure(failure::InvalidArgument, slot.Path);
+    Tell("truncate", number, slot.Path, static_cast<std::uint64_t>(bytes));
+    ++writes_;
+    slot.File.Truncate(bytes);
 }
 
 void NumberedFiles::Flush(int number) {
-    Slot& slot = At(number, "Flush");
-    Tell("flush", number, slot.Path, 0);
-    slot.File.Flush();
-    if (slot.File.Created()) FlushFolderOf(slot.Native, slot.Path);
+    FlushAll({number});
 }
 
-void NumberedFiles::FlushFolder(const std::string& path) const {
-    Tell("flush", 0, path, 0);
-    FlushFolderOf(paths_.Native(path), path);
-}
-
-void NumberedFiles::Delete(const std::string& path) {
-    Tell("delete", 0, path, 0);
-    const std::string native = paths_.Native(path);
-    if (unlink(native.c_str()) != 0) throw Failure(PathFailureNumber(errno, native), path);
-}
-
-void NumberedFiles::Replace(const std::string& from, const std::string& to) {
-    Tell("rename", 0, to, 0);
-    const std::string native = paths_.Native(from);
-    const std::string target = paths_.Native(to);
-    if (std::rename(native.c_str(), target.c_str()) != 0) {
-        const int systemError = errno;
-        const bool missing = access(native.c_str(), F_OK) != 0;
-        throw Failure(PathFailureNumber(systemError, missing ? native : target),
-                      missing ? from : to);
+void NumberedFiles::FlushAll(const std::vector<int>& numbers, const std::string& namesBeside) {
+    std::vector<std::function<void()>> flushes;
+    std::set<std::string> folders;  // by a file in them, each once
+    const auto flushFolderOf = [&](const std::string& native, const std::string& name) {
+        if (!folders.insert(native.substr(0, native.rfind('/') + 1)).second) return;
+        flushes.emplace_back([native, name] { FlushFolderOf(native, name); });
+    };
+    for (const int number : numbers) {
+        Slot& slot = At(number, "Flush");
+        Tell("flush", number, slot.Path, 0);
+        slot.File.StartFlush();
+        flushes.emplace_back([&slot] { slot.File.Flush(); });
+        if (slot.File.Created()) flushFolderOf(slot.Native, slot.Path);
     }
-    FlushFolder(to);
+    if (!namesBeside.empty()) {
+        Tell("flush", 0, namesBeside, 0);
+        flushFolderOf(paths_.Native(namesBeside), namesBeside);
+    }
+    FlushTogether(flushes);
 }
 
 }  // namespace larder

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace larder {
 
@@ -41,7 +42,8 @@ class NumberedFiles {
     static constexpr int MaxNumber = 511;
 
     // What the table is about to do to the outside; a test's hook may throw a Failure from it, or
-    // count. Kind is "open", "read", "write", "flush", "close", "truncate", "rename" or "delete".
+    // count. Kind is "open", "read", "write", "flush", "close", "truncate", "rename", "delete",
+    // "attributes" or "folder" (one is made).
     // Lengths and existence are asked for without notice.
     struct Access {
         std::string_view Kind;
@@ -120,14 +122,34 @@ class NumberedFiles {
     std::int32_t ReadRecord(int number, std::int64_t record);
     void WriteRecord(int number, std::int64_t record, std::int32_t value);
 
+    // `count` records, or values one behind the other from record `first` on, in one access.
+    std::vector<std::int32_t> ReadRecords(int number, std::int64_t first, std::int64_t count);
+    void WriteRecords(int number, std::int64_t first, const std::vector<std::int32_t>& values);
+
+    // Cuts a file that is open for writing to a length, or fills it up with zeros. The position
+    // stays.
+    void SetLength(int number, std::int64_t bytes);
+
     // What was written stands on the disk when this returns, and so does the name of a file that
     // its Open created. A failed flush is a failure.
     void Flush(int number);
+    // The same for several numbers at once, for little more than the price of one flush; with a
+    // path, also for the names in its folder. All are tried, the first failure is raised.
+    void FlushAll(const std::vector<int>& numbers, const std::string& namesBeside = {});
 
     // By path, outside the numbers. Delete of a missing file is failure 53.
+    bool Exists(const std::string& path) const;
     void Delete(const std::string& path);
+    // Lets the owner write a file that is marked as not to be written. False when there was no
+    // such mark or it could not be taken away.
+    bool ClearReadOnly(const std::string& path);
     // Puts `from` in the place of `to` in one step, and flushes the folder.
     void Replace(const std::string& from, const std::string& to);
+    // A copy, byte for byte, in the place of what `to` was: written beside it (its name with
+    // ".new" behind), flushed, and put there in one step. Makes the folder of `to` when only that
+    // is missing. After a failure `to` is what it was, and nothing stands beside it. Takes little
+    // memory, however long the file is.
+    void CopyFile(const std::string& from, const std::string& to);
 
   private:
     struct Slot;
@@ -144,7 +166,8 @@ class NumberedFiles {
     void FillBlock(Slot& slot) const;
     void SkipLineFeed(Slot& slot) const;
     void WriteAt(Slot& slot, std::int64_t offset, std::string_view bytes);
-    void FlushFolder(const std::string& path) const;
+    void MakeFolderOf(const std::string& path);
+    void CopyBytes(const std::string& from, const std::string& to);
 
     const Paths& paths_;
     Watcher watcher_;

@@ -135,4 +135,9 @@ bool Paths::FolderExists(std::string_view path) const {
     return IsKind(Native(path), S_IFDIR);
 }
 
+bool Paths::SameFile(std::string_view path, std::string_view other) const {
+    std::error_code missing;
+    return std::filesystem::equivalent(Native(path), Native(other), missing) && !missing;
+}
+
 }  // namespace larder

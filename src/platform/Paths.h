@@ -33,6 +33,8 @@ class Paths {
     // FolderExists for a file; neither raises a failure.
     bool FileExists(std::string_view path) const;
     bool FolderExists(std::string_view path) const;
+    // Whether both paths lead to one and the same file, which exists.
+    bool SameFile(std::string_view path, std::string_view other) const;
 
   private:
     std::map<std::string, std::string> aliases_;  // made-up name -> native path

@@ -136,32 +136,32 @@ void RichTextBox::Span(const std::string& characters, bool forward, bool negate)
 }
 
 std::optional<std::int32_t> RichTextBox::SelColor() const {
-    return Common(content_->Text().Formats(), [](const CharFormat& format) {
+    return Common(content_->Formats(), [](const CharFormat& format) {
         return format.colour == kAutomaticColour ? 0 : static_cast<std::int32_t>(format.colour);
     });
 }
 
 std::optional<float> RichTextBox::SelFontSize() const {
-    return Common(content_->Text().Formats(), [](const CharFormat& format) {
+    return Common(content_->Formats(), [](const CharFormat& format) {
         return static_cast<float>(format.halfPoints) / 2.0F;
     });
 }
 
 std::optional<bool> RichTextBox::SelBold() const {
-    return Common(content_->Text().Formats(), [](const CharFormat& f) { return f.bold; });
+    return Common(content_->Formats(), [](const CharFormat& f) { return f.bold; });
 }
 
 std::optional<bool> RichTextBox::SelItalic() const {
-    return Common(content_->Text().Formats(), [](const CharFormat& f) { return f.italic; });
+    return Common(content_->Formats(), [](const CharFormat& f) { return f.italic; });
 }
 
 std::optional<bool> RichTextBox::SelUnderline() const {
-    return Common(content_->Text().Formats(), [](const CharFormat& f) { return f.underline; });
+    return Common(content_->Formats(), [](const CharFormat& f) { return f.underline; });
 }
 
 std::optional<RichTextBox::Alignment> RichTextBox::SelAlignment() const {
-    const auto common = Common(content_->Text().Layouts(),
-                               [](const ParaFormat& format) { return format.alignment; });
+    const auto common =
+        Common(content_->Layouts(), [](const ParaFormat& format) { return format.alignment; });
     if (!common) return std::nullopt;
     switch (*common) {
         case larder::Alignment::Left:
@@ -237,6 +237,14 @@ void RichTextBox::SetHideSelection(bool hide) {
 
 void RichTextBox::SetTransparent(bool transparent) {
     content_->Widget().SetTransparent(transparent);
+}
+
+void RichTextBox::SetTabStop(bool stops) {
+    content_->Widget().SetTabStop(stops);
+}
+
+void RichTextBox::SetScrollBar(bool shown) {
+    content_->Widget().SetScrollBar(shown);
 }
 
 std::int32_t RichTextBox::FirstVisibleLine() const {

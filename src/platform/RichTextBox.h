@@ -79,6 +79,10 @@ class RichTextBox : public Control {
     void SetHideSelection(bool hide);
     // The window's art shows through behind the text.
     void SetTransparent(bool transparent);
+    // Whether Tab and Shift+Tab come to it from other controls.
+    void SetTabStop(bool stops);
+    // A bar at the right edge for a text that is longer than the box.
+    void SetScrollBar(bool shown);
 
     // Scrolling, in lines as laid out on the screen, from 0.
     std::int32_t FirstVisibleLine() const;

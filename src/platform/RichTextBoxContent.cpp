@@ -61,9 +61,27 @@ void RichTextBox::Content::TakeSelection() {
                    format.bold, format.italic, format.underline, format.strike, format.script});
 }
 
+bool RichTextBox::Content::CaretIsTheUsers() const {
+    return textBehind_ && !widget_->Edit().textCursor().hasSelection();
+}
+
+std::vector<CharFormat> RichTextBox::Content::Formats() {
+    if (!CaretIsTheUsers()) return Text().Formats();
+    RichText table;
+    return {CharFormatOf(widget_->Edit().currentCharFormat(), table, document_->DotsPerInch())};
+}
+
+std::vector<ParaFormat> RichTextBox::Content::Layouts() {
+    if (!CaretIsTheUsers()) return Text().Layouts();
+    return {ParaFormatOf(widget_->Edit().textCursor().blockFormat())};
+}
+
+// A change that is as cheap to make by building the document anew. What a user who can type was
+// given by a button he can take back.
 bool RichTextBox::Content::Wholesale(const RichTextContent::Change& change) const {
     if (change.kind == Kind::Whole) return true;
     if (widget_->Edit().document()->isUndoAvailable()) return false;
+    if (updates_ == 0 && box_ && !box_->Locked()) return false;
     const std::size_t touched = change.newTo - change.from;
     return updates_ > 0 || touched * 2 > text_.Document().Units().size();
 }

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "platform/RichTextBox.h"
 #include "platform/RichTextContent.h"
@@ -39,6 +40,10 @@ struct RichTextBox::Content : public RichTextWidget::Host {
     // To be called after changes of Text() and its selection. Tell the program and the screen.
     void Changed(const RichTextContent::Change& change);
     void Selected(RichTextLook look);
+    // As Text() has them. At the caret they come from the screen when the user has typed there,
+    // because reading the text anew for every key would be slow in a long one.
+    std::vector<CharFormat> Formats();
+    std::vector<ParaFormat> Layouts();
     // Formats the selection or, when it is empty, what is typed next.
     void Format(const CharChange& change);
 
@@ -60,6 +65,7 @@ struct RichTextBox::Content : public RichTextWidget::Host {
 
   private:
     class Own;
+    bool CaretIsTheUsers() const;
     bool Wholesale(const RichTextContent::Change& change) const;
     void Repeat(const RichTextContent::Change& change);
     void Inserted(const RichTextContent::Change& change);

@@ -65,6 +65,13 @@ QString TypedText(const QKeyEvent& event) {
     return !text.isEmpty() && text[0].isPrint() ? text : QString();
 }
 
+// Both keys by which editors bring back what was undone; Qt takes one or the other by the desktop.
+bool IsRedo(const QKeyEvent& event) {
+    const auto keys = event.modifiers() & ~Qt::KeypadModifier;
+    return (event.key() == Qt::Key_Y && keys == Qt::ControlModifier) ||
+           (event.key() == Qt::Key_Z && keys == (Qt::ControlModifier | Qt::ShiftModifier));
+}
+
 }  // namespace
 
 class RichTextWidget::Widget : public QTextEdit {
@@ -129,6 +136,22 @@ void RichTextWidget::SetTransparent(bool transparent) {
     widget_->viewport()->update();
 }
 
+void RichTextWidget::SetTabStop(bool stops) {
+    widget_->setFocusPolicy(stops ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+void RichTextWidget::SetScrollBar(bool shown) {
+    widget_->setVerticalScrollBarPolicy(shown ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    // A brass rod on whatever ground shows through, without arrows.
+    widget_->verticalScrollBar()->setStyleSheet(QStringLiteral(
+        "QScrollBar:vertical { background: transparent; width: 12px; margin: 0; }"
+        "QScrollBar::handle:vertical { background: #C89B3C; border: 1px solid #84601C;"
+        " border-radius: 3px; min-height: 28px; margin: 1px 2px; }"
+        "QScrollBar::handle:vertical:hover { background: #E0B659; }"
+        "QScrollBar::add-line:vertical, QScrollBar::sub-line:vertical { height: 0; }"
+        "QScrollBar::add-page:vertical, QScrollBar::sub-page:vertical { background: none; }"));
+}
+
 void RichTextWidget::SetHideSelection(bool hide) {
     hideSelection_ = hide;
     if (hide && !widget_->hasFocus()) markGone_ = true;
@@ -187,6 +210,8 @@ void RichTextWidget::Widget::paintEvent(QPaintEvent* event) {
 void RichTextWidget::Widget::keyPressEvent(QKeyEvent* event) {
     if (host_->ConsumesKey(*event)) {
         event->accept();
+    } else if (IsRedo(*event)) {
+        if (textInteractionFlags() & Qt::TextEditable) redo();
     } else if (const QString typed = TypedText(*event); TypesByHost(typed)) {
         host_->Insert(typed.toStdU16String());
         ensureCursorVisible();

@@ -38,6 +38,8 @@ class RichTextWidget {
 
     void SetLocked(bool locked);
     void SetTransparent(bool transparent);
+    void SetTabStop(bool stops);
+    void SetScrollBar(bool shown);
     // Without the focus, the selection is not drawn while this is on. Turning it off again leaves
     // the selection unmarked until it is set anew or the box has the focus.
     void SetHideSelection(bool hide);

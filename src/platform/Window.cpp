@@ -246,7 +246,24 @@ bool Window::Visible() const {
 void Window::BringToFront() {
     widget_->setWindowState(widget_->windowState() & ~Qt::WindowMinimized);
     widget_->raise();
-    widget_->activateWindow();
+    QWidget* modal = QApplication::activeModalWidget();
+    if (modal == nullptr || modal == widget_.get()) {
+        widget_->activateWindow();
+    } else {
+        modal->raise();
+        modal->activateWindow();
+    }
+}
+
+void Window::SetTopmost() {
+    if (widget_->windowFlags() & Qt::WindowStaysOnTopHint) return;
+    const bool shown = !widget_->isHidden();
+    widget_->setWindowFlag(Qt::WindowStaysOnTopHint);  // hides it
+    if (shown) widget_->show();
+}
+
+void Window::Refresh() {
+    widget_->repaint();
 }
 
 void Window::Close() {

@@ -44,7 +44,12 @@ class Window : public Container {
     void ShowModal();  // returns when the window is hidden or closed
     void Hide();
     bool Visible() const;
+    // Active, raised and no longer minimised; a modal dialog of the program stays before it.
     void BringToFront();
+    // Before all windows of the screen from now on, also when another one is active.
+    void SetTopmost();
+    // Draws it again at once. Nothing before the system has put it on the screen.
+    void Refresh();
     // As the user closes it: OnQueryUnload may refuse; OnUnload runs, then the window is gone from
     // the screen, and with it the windows that it owns. It can be shown again.
     void Close();

@@ -28,8 +28,8 @@ void ForEachMarked(const std::string& text, char marker, const Piece& piece) {
 }  // namespace
 
 AuthoringTools::AuthoringTools(NumberedFiles& files, const Paths& system, const DataPaths& paths,
-                               RecipeWriter& writer)
-    : files_(files), system_(system), paths_(paths), writer_(writer) {}
+                               RecipeStore& store, RecipeWriter& writer)
+    : files_(files), system_(system), paths_(paths), store_(store), writer_(writer) {}
 
 RichText AuthoringTools::LoadDocument(const std::string& file) const {
     NumberedFiles reader(system_);
@@ -83,6 +83,42 @@ void AuthoringTools::StoreCatDInFile() {
     });
     files_.Close(filenumber::CatDIndex);
     files_.Close(filenumber::CatD);
+}
+
+void AuthoringTools::MakeIndex() {
+    using filenumber::Recipes;
+    files_.Close(filenumber::RecipesIndex);
+    Ignoring([&] { files_.Delete(paths_.strRecipesIndexFile); });
+    if (!files_.IsOpen(Recipes)) files_.Open(Recipes, paths_.strRecipesFile, FileMode::Input);
+    const int index = files_.FreeNumber();
+    files_.Open(index, paths_.strRecipesIndexFile, FileMode::Random);
+    files_.Seek(Recipes, 1);
+    std::int64_t entry = 0;
+    while (!files_.AtEnd(Recipes)) {
+        std::int32_t position = 0;
+        writer_.GetNextRecipieFromDisk(Recipes, position);
+        if (position != -1) files_.WriteRecord(index, ++entry, position);
+    }
+    files_.Close(index);
+}
+
+void AuthoringTools::ReMakeAll() {
+    store_.OpenYDB_IND_Normal();
+    const std::int64_t stock = files_.Length(filenumber::RecipesIndex) / 4;
+    const std::int64_t own = files_.Length(filenumber::CustomRecipesIndex) / 4;
+    store_.OriginalNumRecords = static_cast<std::int32_t>(stock);
+    store_.TotalNumRecords = static_cast<std::int32_t>(stock + own);
+    store_.SetTotalRecipes(store_.TotalNumRecords);
+    Beep();
+}
+
+void AuthoringTools::ReMakeAllCatD() {
+    StoreCatDInFile();
+    Beep();
+}
+
+void AuthoringTools::Beep() const {
+    if (OnBeep) OnBeep();
 }
 
 }  // namespace larder

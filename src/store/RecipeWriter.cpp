@@ -33,51 +33,78 @@ std::int32_t AsPosition(std::int64_t position) {
 
 RecipeWriter::RecipeWriter(NumberedFiles& files, const DataPaths& paths, RecipeStore& store,
                            Message message)
-    : files_(files), paths_(paths), store_(store), message_(std::move(message)) {}
+    : Journal(files, paths),
+      files_(files),
+      paths_(paths),
+      store_(store),
+      message_(std::move(message)) {}
 
-void RecipeWriter::AddRecipeTo_YDB_IND(const std::string& strTitleTXT,
+bool RecipeWriter::AddRecipeTo_YDB_IND(const std::string& strTitleTXT,
                                        const std::string& strRecipeRTF, std::int16_t XYDBFileNum,
                                        std::int16_t XINDFileNum) {
     try {
-        Append(strTitleTXT, strRecipeRTF, XYDBFileNum, XINDFileNum);
+        AppendRecord(strTitleTXT, strRecipeRTF, XYDBFileNum, XINDFileNum);
+        return true;
     } catch (const Failure& f) {
-        // Left open for appending, the text could not be read; closed, the next read opens it. Of
-        // numbers that are no pair none was opened here, so none is closed.
-        if (AreCustom(XYDBFileNum, XINDFileNum) || AreTemporary(XYDBFileNum, XINDFileNum)) {
-            Ignoring([&] { files_.Close(XYDBFileNum); });
-            Ignoring([&] { files_.Close(XINDFileNum); });
-        }
         message_("Error adding recipe.\n" + f.Description);
+        return false;
     }
 }
 
-void RecipeWriter::Append(const std::string& title, const std::string& rtf, std::int16_t textNumber,
-                          std::int16_t indexNumber) {
-    OpenForAppending(textNumber, indexNumber);
-    const bool custom = textNumber == filenumber::CustomRecipes;
-    const std::int64_t number = std::int64_t{store_.TotalNumRecords} + 1;
-    const std::int32_t newTotal = custom ? AsPosition(number) : store_.TotalNumRecords;
-    const std::int32_t position = PositionForAppending(textNumber);
-    files_.WriteLine(textNumber, title);
-    files_.WriteLine(textNumber, rtf);
-    if (custom) files_.Flush(textNumber);
-    files_.WriteRecord(indexNumber, files_.Length(indexNumber) / 4 + 1, position);
-    if (custom) files_.Flush(indexNumber);
-    files_.Close(textNumber);
-    files_.Close(indexNumber);
+void RecipeWriter::AppendRecord(const std::string& strTitleTXT, const std::string& strRecipeRTF,
+                                std::int16_t XYDBFileNum, std::int16_t XINDFileNum) {
+    const bool custom = AreCustom(XYDBFileNum, XINDFileNum);
+    if (!custom && !AreTemporary(XYDBFileNum, XINDFileNum)) {
+        Ignoring([&] { files_.Close(XYDBFileNum); });
+        throw Failure(failure::BadFileNumber, "AddRecipeTo_YDB_IND");
+    }
+    // Left open for appending, the text could not be read; closed, the next read opens it.
+    const auto close = [&] {
+        Ignoring([&] { files_.Close(XYDBFileNum); });
+        Ignoring([&] { files_.Close(XINDFileNum); });
+    };
+    try {
+        if (custom) Journal.Settle();
+        OpenForAppending(custom ? CustomPair(paths_) : TemporaryPair(paths_));
+        if (custom) {
+            AppendToOwn(strTitleTXT, strRecipeRTF);
+        } else {
+            AppendToTemporary(strTitleTXT, strRecipeRTF);
+        }
+    } catch (const Failure&) {
+        close();
+        throw;
+    }
+    close();
+}
+
+void RecipeWriter::AppendToOwn(const std::string& title, const std::string& rtf) {
+    using namespace filenumber;
+    const std::int32_t newTotal = AsPosition(std::int64_t{store_.TotalNumRecords} + 1);
+    RecordChange change;
+    change.Adds = true;
+    change.TextLength = files_.Length(CustomRecipes);
+    change.IndexLength = files_.Length(CustomRecipesIndex) / 4 * 4;
+    change.Position = AsPosition(change.TextLength + 1);
+    const std::string record = title + "\r\n" + rtf + "\r\n";
+    change.SetNew(record);
+    Journal.CarryOut(change, record);
     store_.TotalNumRecords = newTotal;
 }
 
-void RecipeWriter::OpenForAppending(std::int16_t textNumber, std::int16_t indexNumber) {
-    Ignoring([&] { files_.Close(textNumber); });
-    const bool custom = AreCustom(textNumber, indexNumber);
-    if (!custom && !AreTemporary(textNumber, indexNumber)) return;
-    files_.Open(textNumber, custom ? paths_.strCustomRecipesFile : paths_.strRecipesTempFile,
-                FileMode::Append);
-    if (files_.IsOpen(indexNumber)) return;  // stays in use
-    files_.Open(indexNumber,
-                custom ? paths_.strCustomRecipesIndexFile : paths_.strRecipesIndexTempFile,
-                FileMode::Random);
+void RecipeWriter::AppendToTemporary(const std::string& title, const std::string& rtf) {
+    using namespace filenumber;
+    const std::int32_t position = PositionForAppending(RecipesTemp);
+    files_.WriteLine(RecipesTemp, title);
+    files_.WriteLine(RecipesTemp, rtf);
+    files_.WriteRecord(RecipesIndexTemp, files_.Length(RecipesIndexTemp) / 4 + 1, position);
+}
+
+// An index that is open stays in use.
+void RecipeWriter::OpenForAppending(const RecipePair& pair) {
+    Ignoring([&] { files_.Close(pair.Text); });
+    files_.Open(pair.Text, pair.TextPath, FileMode::Append);
+    if (!files_.IsOpen(pair.Index)) files_.Open(pair.Index, pair.IndexPath, FileMode::Random);
 }
 
 // Moves the text file behind its last byte and returns that position, as an index entry holds it.

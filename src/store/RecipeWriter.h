@@ -6,12 +6,15 @@
 
 #include "platform/NumberedFiles.h"
 #include "store/DataPaths.h"
+#include "store/RecipeJournal.h"
+#include "store/RecipePair.h"
 #include "store/RecipeStore.h"
 
 namespace larder {
 
-// Puts records at the end of the database files. What it writes is ordered so that a crash costs
-// the record being added and no other: text before index entry, each carried to the disk.
+// Puts records at the end of the database files, so that a crash costs the record being added and
+// no other: a recipe of the user's by way of the journal; a description as text before index entry,
+// each carried to the disk.
 class RecipeWriter {
   public:
     // Shows a critical message to the user.
@@ -22,9 +25,13 @@ class RecipeWriter {
 
     // Appends a recipe to the custom files (21 and 22), which makes it number TotalNumRecords + 1,
     // or to the temporary files (11 and 12), which whoever puts them in the place of others has to
-    // flush. Other pairs open nothing. Leaves both files closed; a failure is shown as a message.
-    void AddRecipeTo_YDB_IND(const std::string& strTitleTXT, const std::string& strRecipeRTF,
+    // flush. Other pairs open nothing. Leaves both files closed; a failure is shown as a message,
+    // and false returned.
+    bool AddRecipeTo_YDB_IND(const std::string& strTitleTXT, const std::string& strRecipeRTF,
                              std::int16_t XYDBFileNum, std::int16_t XINDFileNum);
+    // The same for a caller that has a message of its own: any failure reaches him.
+    void AppendRecord(const std::string& strTitleTXT, const std::string& strRecipeRTF,
+                      std::int16_t XYDBFileNum, std::int16_t XINDFileNum);
 
     // Appends a category description to files 3 and 4, which are open before and after. Any
     // failure reaches the caller.
@@ -34,11 +41,14 @@ class RecipeWriter {
     // without that line is returned with the position -1.
     std::string GetNextRecipieFromDisk(std::int16_t fileN, std::int32_t& Position);
 
+    // What every writer of recipes goes through; one for all of them.
+    RecipeJournal Journal;
+
   private:
     std::int32_t PositionForAppending(int textNumber);
-    void OpenForAppending(std::int16_t textNumber, std::int16_t indexNumber);
-    void Append(const std::string& title, const std::string& rtf, std::int16_t textNumber,
-                std::int16_t indexNumber);
+    void OpenForAppending(const RecipePair& pair);
+    void AppendToOwn(const std::string& title, const std::string& rtf);
+    void AppendToTemporary(const std::string& title, const std::string& rtf);
 
     NumberedFiles& files_;
     const DataPaths& paths_;

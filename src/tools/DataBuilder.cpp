@@ -135,7 +135,7 @@ void DataBuilder::StoreTexts() {
     RecipeStore store(files, paths, question);
     RecipeWriter writer(files, paths, store,
                         [this](const std::string& text) { throw SourceError(data_, text); });
-    AuthoringTools tools(files, system, paths, writer);
+    AuthoringTools tools(files, system, paths, store, writer);
 
     const fs::path recipes = data_ / "util" / "Recipes.rtf";
     WriteFile(recipes, ComposeRecipes(recipes_));

@@ -154,10 +154,12 @@ TEST_F(MainControlsTest, TheCountOfAllRecipesStandsOnItsLabel) {
     EXPECT_EQ(Ui().lblTotal.ToolTipText(), "1 recipes in the database");
 }
 
-TEST_F(MainControlsTest, WritingInRecipesIsNotOffered) {
+TEST_F(MainControlsTest, WritingInRecipesIsOpenWhereTheMenuOffersIt) {
     ASSERT_TRUE(Start());
-    EXPECT_FALSE(Ui().mnuPopUpEdit.Enabled);
-    EXPECT_FALSE(Ui().mnuPopUpDelete.Enabled);
+    for (const MenuItem* item : {&Ui().mnuPopUpEdit, &Ui().mnuPopUpDelete}) {
+        EXPECT_TRUE(item->Enabled) << item->Name;
+        EXPECT_TRUE(item->OnClick) << item->Name;
+    }
 }
 
 }  // namespace

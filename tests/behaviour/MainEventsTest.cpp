@@ -202,6 +202,14 @@ TEST_F(MainEventsTest, EInTheRecipesIsIgnoredOutsideTheMaintenanceMode) {
     EXPECT_TRUE(Boxes.Shown.empty());
 }
 
+TEST_F(MainEventsTest, EInTheRecipesIsConsumedInTheMaintenanceMode) {
+    ASSERT_TRUE(Start("/E"));
+    Focus(2);
+    EXPECT_EQ(Left(key::E), key::None);
+    Focus(1);
+    EXPECT_EQ(Left(key::E), key::E);
+}
+
 TEST_F(MainEventsTest, EInTheUnlockedViewerIsText) {
     ASSERT_TRUE(Start("/E"));
     PressLine(2, 2);

@@ -54,7 +54,7 @@ class AuthoringToolsTest : public testing::Test {
     std::vector<std::string> messages;
     RecipeWriter writer{folder.Files, folder.Paths, store,
                         [this](const std::string& text) { messages.push_back(text); }};
-    AuthoringTools tools{folder.Files, folder.NamePaths, folder.Paths, writer};
+    AuthoringTools tools{folder.Files, folder.NamePaths, folder.Paths, store, writer};
 };
 
 constexpr const char* TwoRecipes =
@@ -211,6 +211,45 @@ TEST_F(AuthoringToolsTest, ADescriptionThatIsCutShortIsStoredAsFarAsItGoes) {
     store.OpenCategoryDescriptions();
     EXPECT_EQ(folder.Files.Length(filenumber::CatDIndex), 8);
     EXPECT_EQ(store.GetCatTitle(2), "");
+}
+
+TEST_F(AuthoringToolsTest, TheIndexIsMadeAgainFromATextWithEndMarks) {
+    folder.Folder.Write("Data/Recipes.ydb", "One\r\n1\r\n\\yyk\r\nTwo\r\n\\yyk\r\ntail\r\n");
+    ASSERT_TRUE(folder.Files.IsOpen(filenumber::RecipesIndex));
+    tools.MakeIndex();
+    EXPECT_EQ(folder.Folder.Read("Data/Recipes Index.ind"), test::IndexBytes({1, 15}));
+    EXPECT_FALSE(folder.Files.IsOpen(filenumber::RecipesIndex));
+}
+
+TEST_F(AuthoringToolsTest, ATextWithoutEndMarksGetsAnEmptyIndex) {
+    folder.Files.CloseAll();
+    tools.MakeIndex();
+    EXPECT_EQ(folder.Folder.Read("Data/Recipes Index.ind"), "");
+}
+
+TEST_F(AuthoringToolsTest, ReMakeAllCountsDeletedRecordsTooBuildsNothingAndBeeps) {
+    int beeps = 0;
+    tools.OnBeep = [&] { ++beeps; };
+    test::Database own;
+    own.AddRecipe("Mine", "{\\rtf1}");
+    own.AddRecipe("", "   ");
+    folder.WriteCustom(own);
+    tools.ReMakeAll();
+    EXPECT_EQ(beeps, 1);
+    EXPECT_EQ(store.OriginalNumRecords, 2);
+    EXPECT_EQ(store.TotalNumRecords, 4);
+    EXPECT_EQ(store.TotalRecipes(), 4);
+    EXPECT_EQ(folder.Folder.Read("Data/Custom Recipes.ydb"), own.Text);
+}
+
+TEST_F(AuthoringToolsTest, ReMakeAllCatDStoresTheDescriptionsAndBeeps) {
+    int beeps = 0;
+    tools.OnBeep = [&] { ++beeps; };
+    folder.Folder.Write("Data/util/FISH DIRECTORY.rtf", TwoDescriptions);
+    tools.ReMakeAllCatD();
+    EXPECT_EQ(beeps, 1);
+    store.OpenCategoryDescriptions();
+    EXPECT_EQ(store.GetCatTitle(2), "Cod");
 }
 
 }  // namespace

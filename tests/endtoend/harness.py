@@ -284,15 +284,25 @@ class CookBook:
 
         return wait_for("the program in the accessible tree", find)
 
-    def control(self, name, role=None):
-        """The control with this accessible name, and role when given, that is on the screen."""
+    def control(self, name, role=None, window=None):
+        """The control with this accessible name, and role when given, that is on the screen.
+
+        With `window`, the title of a window, only controls of that one count.
+        """
 
         def find():
-            return next((node for node in _descendants(self.application())
-                         if node.get_name() == name and (role is None or node.get_role() == role)
-                         and node.get_state_set().contains(Atspi.StateType.SHOWING)), None)
+            root = self.application() if window is None else self._accessible_window(window)
+            return root and next(
+                (node for node in _descendants(root)
+                 if node.get_name() == name and (role is None or node.get_role() == role)
+                 and node.get_state_set().contains(Atspi.StateType.SHOWING)), None)
 
         return wait_for(f'a control named "{name}"', find)
+
+    def _accessible_window(self, title):
+        windows = (Atspi.Role.FRAME, Atspi.Role.DIALOG, Atspi.Role.WINDOW, Atspi.Role.FILLER)
+        return next((node for node in _descendants(self.application())
+                     if node.get_name() == title and node.get_role() in windows), None)
 
     def wait_for_message(self, part):
         """Waits until a text on the screen holds this part, and returns the text."""
@@ -366,8 +376,8 @@ class CookBook:
         x, y = self.line(list_name, title).box.middle
         self.desktop.click(x, y, button)
 
-    def click_control(self, name, button=1):
-        x, y = self.box(self.control(name)).middle
+    def click_control(self, name, button=1, window=None):
+        x, y = self.box(self.control(name, window=window)).middle
         self.desktop.click(x, y, button)
 
     def text(self, name):

@@ -21,7 +21,7 @@ LAYERS = {
     "search": CORE,
     "layout": CORE | {"layout"},
     "browse": CORE | {"layout", "browse"},
-    "edit": CORE | {"edit"},
+    "edit": CORE | {"layout", "edit"},
     "encyclopedia": CORE | {"encyclopedia"},
     "media": CORE | {"media"},
     "tools": CORE | {"tools"},

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <stdlib.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -14,8 +15,10 @@ namespace larder::test {
 // A new folder that goes with everything in it when the test ends. Names are relative to it.
 class TempFolder {
   public:
-    TempFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "larder-XXXXXX").string();
+    TempFolder() : TempFolder(std::filesystem::temp_directory_path()) {}
+    // Somewhere else than where temporary files usually are.
+    explicit TempFolder(const std::filesystem::path& base) {
+        std::string name = (base / "larder-XXXXXX").string();
         if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
         root_ = name;
         // Tests that give up their privileges must still get in.
@@ -48,6 +51,12 @@ class TempFolder {
     }
     void MakeFolder(std::string_view name) const {
         std::filesystem::create_directories(root_ / name);
+    }
+
+    // A place in memory where the system has one: no flush costs anything there.
+    static std::filesystem::path InMemory() {
+        const std::filesystem::path shared = "/dev/shm";
+        return access(shared.c_str(), W_OK) == 0 ? shared : std::filesystem::temp_directory_path();
     }
 
   private:

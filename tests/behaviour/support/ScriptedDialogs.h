@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,7 +13,8 @@
 namespace larder::test {
 
 // The user in front of the message boxes: answers from a script, and closes a box without a choice
-// when the script has ended. Remembers what was shown.
+// when the script has ended. Remembers what was shown. Questions for a file have a script of their
+// own.
 class ScriptedDialogs : public Dialogs {
   public:
     struct Box {
@@ -39,6 +41,21 @@ class ScriptedDialogs : public Dialogs {
         return answer;
     }
 
+    // The native path that the user chooses in the next question for a file; nothing cancels it, as
+    // the end of the script does.
+    std::vector<FileQuestion> FilesAsked;
+    void ThenFile(std::optional<std::string> nativePath) {
+        files_.push_back(std::move(nativePath));
+    }
+
+    std::optional<std::string> OpenFile(const FileQuestion& question) override {
+        FilesAsked.push_back(question);
+        if (files_.empty()) return std::nullopt;
+        auto chosen = std::move(files_.front());
+        files_.pop_front();
+        return chosen;
+    }
+
   private:
     static Answer WithoutChoice(Buttons buttons) {
         switch (buttons) {
@@ -51,6 +68,7 @@ class ScriptedDialogs : public Dialogs {
         }
     }
     std::deque<std::pair<Answer, std::function<void()>>> script_;
+    std::deque<std::optional<std::string>> files_;
 };
 
 // The drives of a machine that the test makes up.

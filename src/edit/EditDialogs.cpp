@@ -1,0 +1,27 @@
+#include "edit/EditDialogs.h"
+
+#include "app/frmMain.h"
+#include "edit/frmAddChoice.h"
+#include "edit/frmProgress.h"
+
+namespace larder {
+
+EditDialogs::EditDialogs(frmMain& hub) : main(hub) {}
+
+EditDialogs::~EditDialogs() = default;
+
+void EditDialogs::ShowAddChoice() {
+    std::function<void()> chosen;
+    {
+        frmAddChoice dialog(main);
+        chosen = dialog.Ask();
+    }
+    if (chosen) Ignoring(chosen);
+}
+
+frmProgress& EditDialogs::Progress() {
+    if (progress_ == nullptr) progress_ = std::make_unique<frmProgress>(main);
+    return *progress_;
+}
+
+}  // namespace larder

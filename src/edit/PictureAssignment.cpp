@@ -1,0 +1,183 @@
+#include "edit/PictureAssignment.h"
+
+#include "app/frmMain.h"
+#include "edit/frmAddRecipe.h"
+#include "layout/Util.h"
+#include "platform/Text.h"
+
+namespace larder {
+
+namespace {
+
+// File must exist, path must exist, no change of directory, explorer style, long names, the box for
+// reading only ticked.
+constexpr std::uint32_t DialogFlags = 2627593;
+constexpr std::int16_t CameraIcon = 2;
+
+std::string LowerCase(std::string text) {
+    for (char& c : text) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c | 0x20);
+    }
+    return text;
+}
+
+std::string LastFour(const std::string& fileName) {
+    return LowerCase(fileName.substr(fileName.size() < 4 ? 0 : fileName.size() - 4));
+}
+
+}  // namespace
+
+void PictureAssignment::Connect() {
+    form_.ibAssignPicture.OnClick = [this] { AssignPicture(); };
+    form_.ibRemovePicture.OnClick = [this] { RemovePicture(); };
+}
+
+void PictureAssignment::Reset() {
+    strChosenFile.clear();
+    ShowPreview("");
+    SetNewPictureFileName("");
+}
+
+void PictureAssignment::SetNewPictureFileName(const std::string& file) {
+    strNewPictureFileName = file;
+    const bool none = file.empty();
+    form_.ibAssignPicture.SetCaption(none ? "Assign Picture" : "Change Picture");
+    form_.ibAssignPicture.SetToolTipText(none ? "Assign a picture to this recipe"
+                                              : "Change assigned picture");
+    form_.ibRemovePicture.SetVisible(!none);
+    booPictureChanged = true;
+}
+
+void PictureAssignment::ShowPreview(const std::string& strFile) {
+    Image& image = form_.imgPicPreview;
+    const Picture picture =
+        strFile.empty() ? Picture() : Picture::FromFile(main.objFSO.Native(strFile));
+    image.SetStretch(false);
+    image.SetPicture(picture);
+    image.SetStretch(true);
+    PlacePreview();
+}
+
+void PictureAssignment::PlacePreview() {
+    Image& image = form_.imgPicPreview;
+    const bool shown = !image.Shown().IsEmpty();
+    form_.imgNoPicture.SetVisible(!shown);
+    image.SetVisible(shown);
+    if (!shown) return;
+    const Rectangle& frame = form_.shpPic;
+    auto height = static_cast<std::int32_t>(image.Shown().PixelHeight() * TwipsPerPixel);
+    auto width = static_cast<std::int32_t>(image.Shown().PixelWidth() * TwipsPerPixel);
+    std::int32_t left = 0;
+    std::int32_t top = 0;
+    FitRectangle(static_cast<std::int32_t>(frame.Height), static_cast<std::int32_t>(frame.Width),
+                 height, width, static_cast<std::int32_t>(frame.Left),
+                 static_cast<std::int32_t>(frame.Top), left, top);
+    image.Move({static_cast<float>(left), static_cast<float>(top), static_cast<float>(width),
+                static_cast<float>(height)});
+}
+
+void PictureAssignment::AssignPicture() {
+    try {
+        while (!AskAndTake()) {
+            main.dialogs.MessageBox("Invalid file type. Please try another file.",
+                                    Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation,
+                                    "Tidewell Larder");
+        }
+    } catch (const Failure& failure) {
+        main.cdgDialogBox.FileName.clear();
+        if (failure.Number != failure::DialogCancelled) TellFailure(failure);
+    }
+}
+
+// False for a file that is no picture by its name.
+bool PictureAssignment::AskAndTake() {
+    main.SoundClick();
+    if (!form_.imgPicPreview.Shown().IsEmpty()) {
+        const auto answer = main.dialogs.MessageBox(
+            "The Recipe already has a pictue assigned. Do you want to overwrite it?",
+            Dialogs::Buttons::YesNo, Dialogs::Icon::Question, "Tidewell Larder");
+        if (answer != Dialogs::Answer::Yes) return true;
+    }
+    CommonDialog& dialog = main.cdgDialogBox;
+    dialog.CancelError = true;
+    dialog.Flags = DialogFlags;
+    dialog.Filter = "Pictures (*.bmp;*.jpg;*.gif)|*.bmp;*.jpg;*.gif";
+    dialog.ShowOpen();
+    const std::string ending = LastFour(main.objFSO.Native(dialog.FileName));
+    if (ending != ".bmp" && ending != ".jpg" && ending != ".gif") return false;
+    ShowPreview(dialog.FileName);
+    strChosenFile = dialog.FileName;
+    SetNewPictureFileName(main.paths.strPath + "Food Photos\\" +
+                          std::to_string(form_.lngRecipeNum) + ending);
+    return true;
+}
+
+void PictureAssignment::TellFailure(const Failure& failure) {
+    main.dialogs.MessageBox(std::to_string(failure.Number) + "\n" + failure.Description,
+                            Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation, "Tidewell Larder");
+}
+
+void PictureAssignment::RemovePicture() {
+    main.SoundClick();
+    const auto answer = main.dialogs.MessageBox(
+        "Are you sure you want to remove picture from this recipe?", Dialogs::Buttons::YesNo,
+        Dialogs::Icon::Question, "Tidewell Larder");
+    if (answer != Dialogs::Answer::Yes) return;
+    main.cdgDialogBox.FileName.clear();
+    strChosenFile.clear();
+    SetNewPictureFileName("");
+    ShowPreview("");
+}
+
+void PictureAssignment::Store(std::int32_t recipeNum) {
+    const Paths& disk = main.objFSO;
+    const std::string before = main.pictures.CheckForAPicture(std::to_string(recipeNum));
+    if (strNewPictureFileName.empty()) {
+        if (!before.empty()) Ignoring([&] { main.files.Delete(before); });
+        main.pictures.RemoveFromAllWithPicture(recipeNum);
+    } else {
+        const bool isIts = CopyChosen();
+        const bool stays = before.empty() || disk.SameFile(before, strNewPictureFileName) ||
+                           disk.SameFile(before, strChosenFile);
+        if (isIts && !stays) Ignoring([&] { main.files.Delete(before); });
+        main.pictures.AddToAllWithPicture(recipeNum);
+    }
+    UpdateLine(recipeNum);
+    main.viewer.SetCurrentRecipe(recipeNum);
+}
+
+// True when the file chosen is the recipe's own now. It may have been that before.
+bool PictureAssignment::CopyChosen() {
+    if (main.objFSO.SameFile(strChosenFile, strNewPictureFileName)) return true;
+    const int failed =
+        Ignoring([this] { main.files.CopyFile(strChosenFile, strNewPictureFileName); });
+    if (failed == 0) return true;
+    main.dialogs.MessageBox("Could not copy the picture.", Dialogs::Buttons::Ok,
+                            Dialogs::Icon::Exclamation, "Tidewell Larder");
+    return false;
+}
+
+// The recipe's line and its entry in the list on show, and the selected line, which may have become
+// another one since the editor was opened.
+void PictureAssignment::UpdateLine(std::int32_t recipeNum) {
+    const auto update = [this](const std::string& number) {
+        const bool has = !main.pictures.CheckForAPicture(number).empty();
+        Ignoring([&] {
+            VirtualListItem* entry = main.VList[1].PeekKey("k" + number);
+            if (entry == nullptr) return;
+            entry->Icon = has ? CameraIcon : std::int16_t{0};
+            entry->Bold = has;
+        });
+        for (int line = 1; line <= main.ui.lvwX2.Count(); ++line) {
+            ListItem& item = main.ui.lvwX2.Item(line);
+            if (item.Tag == number) item.SetSmallIcon(has ? CameraIcon : 0);
+        }
+        if (!has) main.lists.RefreshLvwX(2);
+    };
+    const std::string own = std::to_string(recipeNum);
+    const ListItem* selected = main.ui.lvwX2.SelectedItem();
+    if (selected != nullptr && selected->Tag != own) update(std::string(selected->Tag));
+    update(own);
+}
+
+}  // namespace larder

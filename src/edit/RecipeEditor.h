@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "edit/RecipeSaving.h"
+
+namespace larder {
+
+class frmMain;
+class frmAddRecipe;
+
+// Writing in recipes, as the window sees it: the editor window `frmAddRecipe`, made at its first
+// use and prepared anew at each opening, and editing in place in the viewer.
+class RecipeEditor {
+  public:
+    explicit RecipeEditor(frmMain& hub);
+    ~RecipeEditor();
+
+    // The editor for a new recipe, modeless in front of the main window. An editor that is open
+    // comes to the front as it is.
+    void ShowNew();
+    // The editor on an existing recipe. A stock recipe outside edit mode opens nothing, nor does a
+    // number without a recipe. Work in an open editor is asked for before it goes.
+    void LoadRecipeToUpdate(std::int32_t RecipeNum);
+    // What stands in the editor: the first line of the title box, and the whole recipe.
+    std::string Title() const;
+    std::string RecipeRTF() const;
+    // The hourglass (11) or the usual pointer (0) on the editor, if there is one.
+    void SetMousePointer(int pointer);
+    // The main window is closing: the editor goes without a question.
+    void Unload();
+
+    // The Add or Update of the editor, by its button or its menu.
+    void ClickAdd();
+    // A save is under way.
+    bool Busy() const { return saving_.Busy(); }
+    // The window, made at the first call.
+    frmAddRecipe& Form();
+
+    // The viewer is open to typing.
+    bool InPlaceEdit() const { return booInPlaceEdit_; }
+    void SetInPlaceEdit(bool open);
+    // Opens the viewer to typing on the current recipe.
+    void EditRecipe_InPlace();
+    // Stores what was typed in the viewer, if anything was. False when it could not be written: it
+    // is still there, and nothing else may be put into the viewer.
+    bool SaveInPlaceEdit();
+
+  private:
+    bool MayLeaveOpenEditor();
+
+    frmMain& main;
+    RecipeSaving saving_;
+    std::unique_ptr<frmAddRecipe> form_;
+    bool booInPlaceEdit_ = false;
+};
+
+}  // namespace larder

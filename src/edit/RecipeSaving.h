@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+
+namespace larder {
+
+class frmAddRecipe;
+class frmMain;
+class RichTextBox;
+
+// The way of a text from the editor, or from the viewer that is open to typing, into the book.
+class RecipeSaving {
+  public:
+    explicit RecipeSaving(frmMain& hub) : main(hub) {}
+
+    // The Add or Update of the editor. A refusal or a failed write leaves the window open with
+    // everything that was in it.
+    void ibAdd_Click(frmAddRecipe& form);
+    // Stores what was typed in the viewer, as the recipe whose text stands there. False when it
+    // could not be written: the text is still in the viewer, and unsaved.
+    bool SaveInPlaceEdit();
+    // A save is under way; it lets events run.
+    bool Busy() const { return busy_; }
+
+  private:
+    class Working;
+    enum class Outcome { Stored, Empty, Failed };
+    Outcome AddNew(frmAddRecipe& form);
+    Outcome Update(frmAddRecipe& form);
+    bool IsDeleted(std::int32_t recipeNum);
+    Outcome StoreText(RichTextBox& box, std::int32_t recipeNum);
+
+    frmMain& main;
+    bool busy_ = false;
+};
+
+}  // namespace larder

@@ -1,0 +1,183 @@
+#include "store/RecipeJournal.h"
+
+#include "platform/Failure.h"
+
+namespace larder {
+
+namespace {
+
+using filenumber::RecipesTemp;
+
+// Enough to tell a journal from the text of recipes.
+constexpr std::int64_t headBytes = 64;
+
+}  // namespace
+
+RecipeJournal::RecipeJournal(NumberedFiles& files, const DataPaths& paths)
+    : files_(files), paths_(paths) {}
+
+RecipePair RecipeJournal::PairOf(const RecordChange& change) const {
+    return change.Custom ? CustomPair(paths_) : StockPair(paths_);
+}
+
+void RecipeJournal::Close(const RecipePair& pair) {
+    Ignoring([&] { files_.Close(pair.Text); });
+    Ignoring([&] { files_.Close(pair.Index); });
+}
+
+void RecipeJournal::Open(const RecipePair& pair) {
+    Close(pair);
+    NamingFile(pair.TextPath, [&] { files_.Open(pair.Text, pair.TextPath, FileMode::Binary); });
+    NamingFile(pair.IndexPath, [&] { files_.Open(pair.Index, pair.IndexPath, FileMode::Random); });
+}
+
+void RecipeJournal::Settle() {
+    if (unfinished_) {
+        TakeBack(*unfinished_);
+        return;
+    }
+    const bool text = files_.Exists(paths_.strRecipesTempFile);
+    const bool index = files_.Exists(paths_.strRecipesIndexTempFile);
+    if (!text && !index) return;
+    Close(TemporaryPair(paths_));
+    if (index && !text) {
+        FinishPair();
+    } else {
+        if (!index) SettleChange();
+        DeleteTemporaries();
+    }
+}
+
+void RecipeJournal::SettleLastRun() {
+    Settle();
+    // An index that has just been renamed into its place may still bear its mark; readers take no
+    // notice of it.
+    for (const RecipePair& pair : {StockPair(paths_), CustomPair(paths_)}) {
+        Ignoring([&] { TrimIndex(pair); });
+        Close(pair);
+    }
+}
+
+// The index goes first, and for good: alone it would mean that the text was renamed.
+void RecipeJournal::DeleteTemporaries() {
+    const std::string& text = paths_.strRecipesTempFile;
+    const std::string& index = paths_.strRecipesIndexTempFile;
+    if (files_.Exists(index)) {
+        NamingFile(index, [&] { files_.Delete(index); });
+        NamingFile(index, [&] { files_.FlushAll({}, index); });
+    }
+    if (files_.Exists(text)) NamingFile(text, [&] { files_.Delete(text); });
+}
+
+void RecipeJournal::CarryOut(const RecordChange& change, std::string_view bytes) {
+    const RecipePair pair = PairOf(change);
+    WriteJournal(change);
+    try {
+        files_.Seek(pair.Text, change.Position);
+        files_.Write(pair.Text, bytes);
+        if (change.Adds) {
+            files_.WriteRecord(pair.Index, change.IndexLength / 4 + 1, change.Position);
+            files_.FlushAll({pair.Text, pair.Index});
+        } else {
+            files_.Flush(pair.Text);
+        }
+    } catch (const Failure&) {
+        unfinished_ = change;
+        Ignoring([&] { TakeBack(change); });
+        throw;
+    }
+    // A journal that stays does no harm: the next Settle finds the change complete.
+    Ignoring([&] { files_.Delete(paths_.strRecipesTempFile); });
+}
+
+// On the disk, and its name too, before the first byte of the record changes.
+void RecipeJournal::WriteJournal(const RecordChange& change) {
+    const std::string& path = paths_.strRecipesTempFile;
+    try {
+        files_.Close(RecipesTemp);
+        files_.Open(RecipesTemp, path, FileMode::Output);
+        files_.Write(RecipesTemp, JournalOf(change));
+        files_.FlushAll({RecipesTemp}, path);
+        files_.Close(RecipesTemp);
+    } catch (const Failure&) {
+        Ignoring([&] { files_.Close(RecipesTemp); });
+        Ignoring([&] { files_.Delete(path); });
+        throw;
+    }
+}
+
+std::optional<RecordChange> RecipeJournal::ReadJournal() {
+    files_.Open(RecipesTemp, paths_.strRecipesTempFile, FileMode::Input);
+    const std::int64_t length = files_.Length(RecipesTemp);
+    std::optional<RecordChange> change;
+    if (length > headBytes && BeginsAsJournal(files_.ReadChars(RecipesTemp, headBytes))) {
+        files_.Seek(RecipesTemp, 1);
+        change = ChangeIn(files_.ReadChars(RecipesTemp, length));
+    }
+    files_.Close(RecipesTemp);
+    return change;
+}
+
+// A change that was begun before the program was killed. One that is complete stays.
+void RecipeJournal::SettleChange() {
+    std::optional<RecordChange> change;
+    NamingFile(paths_.strRecipesTempFile, [&] { change = ReadJournal(); });
+    if (!change) return;
+    const RecipePair pair = PairOf(*change);
+    if (!files_.Exists(pair.TextPath)) return;
+    Open(pair);
+    bool takeBack = false;
+    NamingFile(pair.TextPath,
+               [&] { takeBack = MayTakeBack(*change, pair) && !IsComplete(*change, pair); });
+    Close(pair);
+    if (takeBack) TakeBack(*change);
+}
+
+// Whether the files can be those that the journal was written for.
+bool RecipeJournal::MayTakeBack(const RecordChange& change, const RecipePair& pair) const {
+    const std::int64_t textGrowth = files_.Length(pair.Text) - change.TextLength;
+    const std::int64_t indexGrowth = files_.Length(pair.Index) - change.IndexLength;
+    if (!change.Adds) return textGrowth == 0;
+    return textGrowth >= 0 && textGrowth <= change.NewBytes && indexGrowth >= 0 && indexGrowth <= 4;
+}
+
+bool RecipeJournal::IsComplete(const RecordChange& change, const RecipePair& pair) {
+    if (files_.Length(pair.Text) < change.Position - 1 + change.NewBytes) return false;
+    files_.Seek(pair.Text, change.Position);
+    if (ChecksumOf(files_.ReadChars(pair.Text, change.NewBytes)) != change.NewSum) return false;
+    return !change.Adds ||
+           files_.ReadRecord(pair.Index, change.IndexLength / 4 + 1) == change.Position;
+}
+
+bool RecipeJournal::IsUntouched(const RecordChange& change, const RecipePair& pair) {
+    if (change.Adds) {
+        return files_.Length(pair.Text) == change.TextLength &&
+               files_.Length(pair.Index) == change.IndexLength;
+    }
+    files_.Seek(pair.Text, change.Position);
+    return files_.ReadChars(pair.Text, static_cast<std::int64_t>(change.Old.size())) == change.Old;
+}
+
+// Puts the old state back and forgets the change. What is there already is not written again: a
+// file that must not be written was not changed either.
+void RecipeJournal::TakeBack(const RecordChange& change) {
+    const RecipePair pair = PairOf(change);
+    Open(pair);
+    NamingFile(pair.TextPath, [&] {
+        if (IsUntouched(change, pair)) return;
+        if (change.Adds) {
+            files_.SetLength(pair.Text, change.TextLength);
+            files_.SetLength(pair.Index, change.IndexLength);
+            files_.FlushAll({pair.Text, pair.Index});
+        } else {
+            files_.Seek(pair.Text, change.Position);
+            files_.Write(pair.Text, change.Old);
+            files_.Flush(pair.Text);
+        }
+    });
+    Close(pair);
+    unfinished_.reset();
+    DeleteTemporaries();
+}
+
+}  // namespace larder

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "platform/NumberedFiles.h"
+#include "store/DataPaths.h"
+#include "store/RecipePair.h"
+#include "store/RecordChange.h"
+
+namespace larder {
+
+// How a change reaches the recipe files so that it is there whole or not at all, wherever the
+// program is killed or the power fails. What was begun is told by the two temporary files:
+//   the text alone, a journal   one record is being changed where it stands; the journal has the
+//                               old bytes, and a checksum of the new ones
+//   the text alone, anything else, or both   a rewrite, or a journal, that was not finished; the
+//                               real files are untouched
+//   the index alone             the rewritten text stands in its place, the index does not yet
+//
+// docs/file-formats.md tells why no instant is ambiguous.
+class RecipeJournal {
+  public:
+    // Both outlive the journal.
+    RecipeJournal(NumberedFiles& files, const DataPaths& paths);
+
+    // Deals with what an earlier write has left, in this run or one before: takes the change of a
+    // record back unless it is complete, finishes a rewrite, deletes the temporary files. Nothing
+    // happens when there are none. A failure names the file; the temporary files stay then, and
+    // nothing may be written before a later call succeeds. Leaves the files that it needed closed.
+    void Settle();
+    // Settle for the start of the program, before the files are opened.
+    void SettleLastRun();
+
+    // Changes one record in the files of its pair, which are open for writing, and carries it to
+    // the disk. `bytes` are the new ones. After a failure the old record is there, or will be at
+    // the next Settle.
+    void CarryOut(const RecordChange& change, std::string_view bytes);
+
+    // Puts the finished temporary files, all closed, in the place of a pair. After a failure
+    // either nothing was replaced, and the temporary files are there, or Settle completes it.
+    void PutInPlace(const RecipePair& pair);
+
+  private:
+    RecipePair PairOf(const RecordChange& change) const;
+    void WriteJournal(const RecordChange& change);
+    std::optional<RecordChange> ReadJournal();
+    void TakeBack(const RecordChange& change);
+    void Open(const RecipePair& pair);
+    void Close(const RecipePair& pair);
+    bool IsUntouched(const RecordChange& change, const RecipePair& pair);
+    bool MayTakeBack(const RecordChange& change, const RecipePair& pair) const;
+    bool IsComplete(const RecordChange& change, const RecipePair& pair);
+    void SettleChange();
+    void DeleteTemporaries();
+
+    void FinishPair();
+    void RenameIndex(const RecipePair& pair);
+    void TrimIndex(const RecipePair& pair);
+    std::optional<RecipePair> OwnerOfTemporaryIndex();
+    std::vector<std::int32_t> EntriesOf(int indexNumber);
+    bool Fits(const std::vector<std::int32_t>& entries, const RecipePair& pair);
+    bool OwnIndexFits(const RecipePair& pair);
+
+    NumberedFiles& files_;
+    const DataPaths& paths_;
+    std::optional<RecordChange> unfinished_;  // failed in this run, and not taken back yet
+};
+
+}  // namespace larder

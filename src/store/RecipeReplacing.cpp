@@ -1,0 +1,108 @@
+#include <algorithm>
+
+#include "platform/Failure.h"
+#include "store/RecipeJournal.h"
+
+// A rewritten pair of files takes the place of the real one: the text first, then the index.
+namespace larder {
+
+namespace {
+
+using filenumber::RecipesIndexTemp;
+using filenumber::RecipesTemp;
+
+// The last byte of a finished temporary index: whose it is. It is no part of an entry.
+constexpr std::string_view customMark = "C";
+constexpr std::string_view stockMark = "S";
+
+}  // namespace
+
+void RecipeJournal::PutInPlace(const RecipePair& pair) {
+    const std::string& text = paths_.strRecipesTempFile;
+    const std::string& index = paths_.strRecipesIndexTempFile;
+    files_.Open(RecipesTemp, text, FileMode::Append);
+    files_.Open(RecipesIndexTemp, index, FileMode::Append);
+    const bool custom = pair.Text == filenumber::CustomRecipes;
+    files_.Write(RecipesIndexTemp, custom ? customMark : stockMark);
+    files_.FlushAll({RecipesTemp, RecipesIndexTemp}, index);
+    files_.Close(RecipesTemp);
+    files_.Close(RecipesIndexTemp);
+    files_.Replace(text, pair.TextPath);
+    RenameIndex(pair);
+}
+
+void RecipeJournal::RenameIndex(const RecipePair& pair) {
+    files_.Replace(paths_.strRecipesIndexTempFile, pair.IndexPath);
+    Ignoring([&] { TrimIndex(pair); });
+    Close(pair);
+}
+
+// Takes the mark off.
+void RecipeJournal::TrimIndex(const RecipePair& pair) {
+    if (!files_.Exists(pair.IndexPath)) return;
+    files_.Open(pair.Index, pair.IndexPath, FileMode::Random);
+    const std::int64_t length = files_.Length(pair.Index);
+    if (length % 4 != 0) files_.SetLength(pair.Index, length - length % 4);
+}
+
+void RecipeJournal::FinishPair() {
+    const std::string& index = paths_.strRecipesIndexTempFile;
+    std::optional<RecipePair> owner;
+    NamingFile(index, [&] { owner = OwnerOfTemporaryIndex(); });
+    if (!owner) return DeleteTemporaries();
+    Close(*owner);
+    NamingFile(owner->IndexPath, [&] { RenameIndex(*owner); });
+}
+
+// By its mark; without one, by the text that its entries fit. Nothing for an index of neither.
+std::optional<RecipePair> RecipeJournal::OwnerOfTemporaryIndex() {
+    const RecipePair custom = CustomPair(paths_);
+    const RecipePair stock = StockPair(paths_);
+    files_.Open(RecipesIndexTemp, paths_.strRecipesIndexTempFile, FileMode::Binary);
+    const std::int64_t length = files_.Length(RecipesIndexTemp);
+    files_.Seek(RecipesIndexTemp, length - length % 4 + 1);
+    const std::string mark = files_.ReadChars(RecipesIndexTemp, length % 4);
+    files_.Close(RecipesIndexTemp);
+    if (mark == customMark) return custom;
+    if (mark == stockMark) return stock;
+    files_.Open(RecipesIndexTemp, paths_.strRecipesIndexTempFile, FileMode::Random);
+    const std::vector<std::int32_t> entries = EntriesOf(RecipesIndexTemp);
+    files_.Close(RecipesIndexTemp);
+    const bool fitsCustom = Fits(entries, custom);
+    const bool fitsStock = Fits(entries, stock);
+    if (fitsCustom && fitsStock) return OwnIndexFits(custom) ? stock : custom;
+    if (fitsCustom) return custom;
+    if (fitsStock) return stock;
+    return std::nullopt;
+}
+
+std::vector<std::int32_t> RecipeJournal::EntriesOf(int indexNumber) {
+    return files_.ReadRecords(indexNumber, 1, files_.Length(indexNumber) / 4);
+}
+
+// As many entries as the pair has records, each at the beginning of a line of its text.
+bool RecipeJournal::Fits(const std::vector<std::int32_t>& entries, const RecipePair& pair) {
+    if (!files_.Exists(pair.TextPath) || !files_.Exists(pair.IndexPath)) return false;
+    Open(pair);
+    const std::int64_t length = files_.Length(pair.Text);
+    const auto beginsLine = [&](std::int32_t entry) {
+        if (entry == 1) return true;
+        if (entry < 3 || entry > length) return false;
+        files_.Seek(pair.Text, entry - 1);
+        return files_.ReadChars(pair.Text, 1) == "\n";
+    };
+    const bool fits = static_cast<std::int64_t>(entries.size()) == files_.Length(pair.Index) / 4 &&
+                      !entries.empty() && entries.front() == 1 &&
+                      std::ranges::adjacent_find(entries, std::greater_equal()) == entries.end() &&
+                      std::ranges::all_of(entries, beginsLine);
+    Close(pair);
+    return fits;
+}
+
+bool RecipeJournal::OwnIndexFits(const RecipePair& pair) {
+    Open(pair);
+    const std::vector<std::int32_t> entries = EntriesOf(pair.Index);
+    return Fits(entries, pair);
+}
+
+}  // namespace larder

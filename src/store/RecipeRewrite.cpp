@@ -1,0 +1,127 @@
+#include <limits>
+
+#include "platform/Failure.h"
+#include "store/Hourglass.h"
+#include "store/RecipeUpdater.h"
+
+// The long way: a pair of files is written anew with one record changed.
+namespace larder {
+
+namespace {
+
+using filenumber::RecipesIndexTemp;
+using filenumber::RecipesTemp;
+
+constexpr std::int64_t copyBlock = 1024 * 1024;
+
+// The line end of the record in front, which comes back with the line that is written.
+constexpr std::int64_t lineEnd = 2;
+
+}  // namespace
+
+bool RecipeUpdater::UpdateRecipe_TheLongWay(std::int32_t RecipeNum, const std::string& strRTF,
+                                            const std::string& strTitleTXT) {
+    if (!InRange(RecipeNum)) return false;
+    return Rewrite(RecipeNum, {strTitleTXT, strRTF}, lineEnd,
+                   [this](const Place& place, std::int32_t start) { CopyTail(place, start); });
+}
+
+bool RecipeUpdater::UpdateRecipe_customOnly(std::int32_t RecipeNum, const std::string& strRTF,
+                                            const std::string& strTitleTXT) {
+    if (!InRange(RecipeNum) || RecipeNum <= store_.OriginalNumRecords) return false;
+    const auto addOneByOne = [this](const Place& place, std::int32_t) {
+        for (std::int32_t i = place.Entry + 1; i <= place.Last; ++i) {
+            const std::int32_t number = store_.OriginalNumRecords + i;
+            writer_.AppendRecord(store_.GetRecipeTitle(number), store_.GetRecipeRTF(number),
+                                 RecipesTemp, RecipesIndexTemp);
+        }
+    };
+    return Rewrite(RecipeNum, {strTitleTXT, strRTF}, 0, addOneByOne);
+}
+
+bool RecipeUpdater::Rewrite(std::int32_t RecipeNum, const NewRecord& record,
+                            std::int64_t notFromHead, const Tail& tail) {
+    if (around_.EditMode()) around_.TellMaintainer("Doing a long update.\rPlease wait...");
+    const Place place = PlaceOf(RecipeNum);
+    const Hourglass hourglass(around_);
+    bool replacing = false;
+    try {
+        writer_.Journal.Settle();
+        Close(place.Pair);
+        BuildTemporaries(place, record, notFromHead, tail);
+        Close(place.Pair);
+        replacing = true;
+        writer_.Journal.PutInPlace(place.Pair);
+    } catch (const Failure& f) {
+        Close(place.Pair);
+        Close(TemporaryPair(paths_));
+        around_.ShowError("Error updating recipe\n" + f.Description);
+        if (!replacing || !TextWasReplaced()) return false;
+        // There is no way back from here; where the rest cannot be done either, the next write or
+        // the next start does it.
+        Ignoring([&] { writer_.Journal.Settle(); });
+    }
+    Ignoring([&] { around_.ShowNewTitle(RecipeNum, record.Title); });
+    return true;
+}
+
+bool RecipeUpdater::TextWasReplaced() const {
+    return !files_.Exists(paths_.strRecipesTempFile);
+}
+
+// Both temporary files, whole and closed. `notFromHead`: how many bytes before the record are left
+// out of the line that the records in front of it become.
+void RecipeUpdater::BuildTemporaries(const Place& place, const NewRecord& record,
+                                     std::int64_t notFromHead, const Tail& tail) {
+    const RecipePair& pair = place.Pair;
+    const RecipePair temporary = TemporaryPair(paths_);
+    files_.Open(pair.Text, pair.TextPath, FileMode::Input);
+    files_.Open(pair.Index, pair.IndexPath, FileMode::Random);
+    files_.Open(RecipesTemp, temporary.TextPath, FileMode::Output);
+    // The text's name is on the disk before there is an index: an index without a text would mean
+    // that the text has been renamed.
+    files_.Flush(RecipesTemp);
+    files_.Open(RecipesIndexTemp, temporary.IndexPath, FileMode::Random);
+    const std::int32_t start = files_.ReadRecord(pair.Index, place.Entry);
+    if (start < 1) throw Failure(failure::BadRecordNumber, pair.IndexPath);
+    files_.Seek(pair.Text, 1);
+    if (start > 1) CopyAsLine(pair.Text, std::int64_t{start} - 1 - notFromHead);
+    files_.WriteRecords(RecipesIndexTemp, 1, files_.ReadRecords(pair.Index, 1, place.Entry - 1));
+    writer_.AppendRecord(record.Title, record.Rtf, RecipesTemp, RecipesIndexTemp);
+    if (place.Entry < place.Last) tail(place, start);
+    Close(temporary);
+}
+
+// Copies bytes from the position of a text to the temporary one, and a line end behind them. A
+// large text is never in memory as a whole.
+void RecipeUpdater::CopyAsLine(int from, std::int64_t count) {
+    for (std::int64_t left = count; left > copyBlock; left -= copyBlock, count = left) {
+        files_.Write(RecipesTemp, files_.ReadChars(from, copyBlock));
+    }
+    files_.WriteLine(RecipesTemp, files_.ReadChars(from, count));
+}
+
+void RecipeUpdater::CopyTail(const Place& place, std::int32_t start) {
+    const RecipePair& pair = place.Pair;
+    const RecipePair temporary = TemporaryPair(paths_);
+    std::vector<std::int32_t> entries =
+        files_.ReadRecords(pair.Index, std::int64_t{place.Entry} + 1, place.Last - place.Entry);
+    const std::int32_t tail = entries.front();
+    // An index without order would double records or lose some.
+    if (tail <= start) throw Failure(failure::BadRecordNumber, pair.IndexPath);
+    files_.Seek(pair.Text, tail);
+    files_.Open(RecipesTemp, temporary.TextPath, FileMode::Append);
+    files_.Open(RecipesIndexTemp, temporary.IndexPath, FileMode::Random);
+    const std::int64_t delta = files_.Length(RecipesTemp) + 1 - tail;
+    CopyAsLine(pair.Text, files_.Length(pair.Text) - tail - 1);
+    for (std::int32_t& entry : entries) {
+        const std::int64_t moved = entry + delta;
+        if (moved > std::numeric_limits<std::int32_t>::max()) {
+            throw Failure(failure::Overflow, pair.IndexPath);
+        }
+        entry = static_cast<std::int32_t>(moved);
+    }
+    files_.WriteRecords(RecipesIndexTemp, std::int64_t{place.Entry} + 1, entries);
+}
+
+}  // namespace larder

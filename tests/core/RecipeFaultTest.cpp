@@ -1,0 +1,160 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "platform/Failure.h"
+#include "support/DataFolder.h"
+#include "support/PowerCut.h"
+#include "support/StoreSession.h"
+#include "support/StoredRecipes.h"
+#include "support/TempFolder.h"
+
+namespace larder::test {
+namespace {
+
+std::string Rtf(std::size_t bytes) {
+    return "{\\rtf1 " + std::string(bytes, 'x') + "}";
+}
+
+struct Operation {
+    std::string Name;
+    std::size_t Changed;  // index of the recipe that it changes, from 0
+    std::string Message;  // what a failure of it is told with
+    std::function<bool(StoreSession&)> Run;
+};
+
+// On two stock recipes and four of the user's.
+const std::vector<Operation> operations = {
+    {"add", 6, "Error adding recipe.\n", [](StoreSession& it) { return it.Add("New", Rtf(50)); }},
+    {"short way", 3, "Error updating recipe\n",
+     [](StoreSession& it) { return it.Update(4, "Four", Rtf(5)); }},
+    {"long way", 3, "Error updating recipe\n",
+     [](StoreSession& it) { return it.Update(4, "Four", Rtf(500)); }},
+    {"delete", 4, "Error updating recipe\n", [](StoreSession& it) { return it.Update(5, "", ""); }},
+    {"long way in the stock", 0, "Error updating recipe\n",
+     [](StoreSession& it) { return it.Update(1, "One", Rtf(500)); }},
+};
+
+constexpr int failures[] = {failure::DiskFull, failure::DeviceError, failure::PathAccess};
+
+class RecipeFaultTest : public testing::Test {
+  protected:
+    RecipeFaultTest() {
+        Database stock;
+        stock.AddRecipe("Stock one", Rtf(40));
+        stock.AddRecipe("Stock two", Rtf(30));
+        Database own;
+        for (const char* title : {"Three", "Four", "Five", "Six"})
+            own.AddRecipe(title, Rtf(60));
+        first_ = {{"Recipes.ydb", stock.Text},
+                  {"Recipes Index.ind", stock.Index()},
+                  {"Custom Recipes.ydb", own.Text},
+                  {"Custom Recipes Index.ind", own.Index()}};
+    }
+
+    std::filesystem::path Data() const { return folder_.Native("Data"); }
+
+    // The recipes after an operation that nothing disturbs.
+    std::vector<StoredRecipe> Undisturbed(const Operation& operation) {
+        PutBytes(Data(), first_);
+        StoreSession session(Data());
+        session.Start();
+        EXPECT_TRUE(operation.Run(session));
+        return RecipesIn(BytesOf(Data()));
+    }
+
+    void CheckRecipes(const Operation& operation, const std::vector<StoredRecipe>& after,
+                      bool changed) {
+        const auto before = RecipesIn(first_);
+        auto now = RecipesIn(BytesOf(Data()));
+        ASSERT_GE(now.size(), changed ? after.size() : before.size());
+        for (std::size_t i = 0; i < (changed ? after : before).size(); ++i) {
+            const bool here = i == operation.Changed;
+            const StoredRecipe& expected = here && changed ? after[i] : before[i];
+            EXPECT_EQ(now[i].Title, expected.Title);
+            EXPECT_EQ(now[i].Body, expected.Body);
+        }
+    }
+
+    // Access `at` of an operation fails, and with `onwards` every one behind it. False when the
+    // operation has fewer.
+    bool Disturb(const Operation& operation, const std::vector<StoredRecipe>& after, int at,
+                 int number, bool onwards) {
+        PutBytes(Data(), first_);
+        StoreSession session(Data());
+        session.Start();
+        int counted = 0;
+        session.Files.Watch([&](const NumberedFiles::Access& access) {
+            if (!Changes(access)) return;
+            ++counted;
+            if (counted == at || (onwards && counted > at)) throw Failure(number, "disk");
+        });
+        const bool changed = operation.Run(session);
+        session.Files.Watch(nullptr);
+        if (counted < at) return false;
+        ++points_;
+        CheckMessage(session, operation, number, changed);
+        CheckGoesOn(session, operation, after, changed);
+        return true;
+    }
+
+    static void CheckMessage(const StoreSession& session, const Operation& operation, int number,
+                             bool changed) {
+        if (changed && session.Messages.empty()) return;  // what failed had no part in the change
+        ASSERT_EQ(session.Messages.size(), 1U);
+        EXPECT_EQ(session.Messages[0], operation.Message + FailureText(number));
+        EXPECT_FALSE(session.HourglassNow);
+    }
+
+    // The next operation in the same run, and the next start.
+    void CheckGoesOn(StoreSession& session, const Operation& operation,
+                     const std::vector<StoredRecipe>& after, bool changed) {
+        session.Messages.clear();
+        const std::int32_t next = session.Store.TotalNumRecords + 1;
+        EXPECT_TRUE(session.Add("Next", Rtf(7)));
+        EXPECT_EQ(session.Store.TotalNumRecords, next);
+        EXPECT_EQ(session.Store.GetRecipeTitle(next), "Next");
+        EXPECT_EQ(session.Messages, std::vector<std::string>());
+        EXPECT_FALSE(HasTemporaries(BytesOf(Data())));
+        StoreSession again(Data());
+        again.Start();
+        CheckRecipes(operation, after, changed);
+        EXPECT_EQ(again.Store.TotalNumRecords, next);
+        EXPECT_EQ(again.Store.TotalRecipes(),
+                  session.Store.TotalNumRecords - (changed && operation.Name == "delete" ? 1 : 0));
+    }
+
+    void DisturbEverywhere(bool onwards) {
+        for (const Operation& operation : operations) {
+            const auto after = Undisturbed(operation);
+            for (const int number : failures) {
+                for (int at = 1;; ++at) {
+                    SCOPED_TRACE(operation.Name + ", failure " + std::to_string(number) +
+                                 " at access " + std::to_string(at));
+                    if (!Disturb(operation, after, at, number, onwards)) break;
+                    if (HasFailure()) return;
+                }
+            }
+        }
+        std::cout << points_ << " faults, no loss" << std::endl;
+        EXPECT_GT(points_, 150);
+    }
+
+    TempFolder folder_{TempFolder::InMemory()};
+    FolderBytes first_;
+    int points_ = 0;
+};
+
+TEST_F(RecipeFaultTest, AFailureOfAnyAccessIsToldAndCostsNothing) {
+    DisturbEverywhere(false);
+}
+
+TEST_F(RecipeFaultTest, AStorageThatFailsFromSomeMomentOnIsToldAndCostsNothing) {
+    DisturbEverywhere(true);
+}
+
+}  // namespace
+}  // namespace larder::test

@@ -1,0 +1,217 @@
+"""A recipe of the user's own: written, found, changed, kept, deleted."""
+
+import argparse
+import shutil
+import struct
+import sys
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+
+from harness import Atspi, CookBook, Desktop, copy_of_data, wait_for  # noqa: E402
+
+SETTINGS = argparse.Namespace()
+
+CATEGORIES, RECIPES, PAGE, FAVORITES = "Categories", "Recipes", "Recipe text", "MY FAVORITES"
+
+
+def bitmap(width=48, height=32):
+    """A picture of the simplest kind: every pixel another blue."""
+    rows = b"".join(bytes((x * 5 % 256, y * 7 % 256, 64)) for y in range(height)
+                    for x in range(width))
+    header = struct.pack("<2sIHHI", b"BM", 54 + len(rows), 0, 0, 54)
+    return header + struct.pack("<IiiHHIIiiII", 40, width, height, 1, 24, 0, len(rows),
+                                2835, 2835, 0, 0) + rows
+
+
+class OwnRecipes(unittest.TestCase):
+    TITLE, FIRST, SECOND = "Pea Soup for Two", "Fold the peas in.", "Simmer gently."
+
+    def setUp(self):
+        self.folder = copy_of_data(SETTINGS.stock)
+        self.addCleanup(shutil.rmtree, self.folder)
+        self.data = Path(self.folder) / "Data"
+        self.number = (self.data / "Recipes Index.ind").stat().st_size // 4 + 1
+        desktop = Desktop(1600, 1000)
+        self.addCleanup(desktop.__exit__)
+        self.screen = desktop.__enter__()
+        self.start()
+
+    def start(self):
+        self.book = CookBook(self.screen, SETTINGS.program, self.folder)
+        self.addCleanup(self.book.__exit__)
+        self.book.wait_for_selected(CATEGORIES, FAVORITES)
+
+    def restart(self):
+        self.assertEqual(self.book.close(), 0, self.book.output())
+        self.start()
+
+    # The editor
+
+    def click_in(self, editor, name):
+        """The main window has controls of the same names."""
+        self.book.click_control(name, window=editor)
+
+    def type(self, text):
+        self.screen.xdotool("type", "--clearmodifiers", text)
+
+    def box_of(self, editor, name):
+        """The title box or the recipe box; a menu has the name of the latter."""
+        return self.book.control(name, Atspi.Role.TEXT, editor)
+
+    def click_box(self, editor, name):
+        self.screen.click(*self.book.box(self.box_of(editor, name)).middle)
+
+    def wait_for_text(self, editor, box, text):
+        control = self.box_of(editor, box)
+        wait_for(f'"{text}" in "{box}"', lambda: text in Atspi.Text.get_text(control, 0, -1),
+                 report=lambda: Atspi.Text.get_text(control, 0, -1))
+
+    def write(self, editor, box, *lines):
+        """Types lines over all that a box holds."""
+        self.click_box(editor, box)
+        self.screen.press("ctrl+a")
+        for place, line in enumerate(lines):
+            if place > 0:
+                self.screen.press("Return")
+            self.type(line)
+        self.wait_for_text(editor, box, lines[-1])
+
+    def wait_until_pressed(self, editor, name):
+        control = self.book.control(name, window=editor)
+        wait_for(f'"{name}" to look pressed',
+                 lambda: control.get_state_set().contains(Atspi.StateType.PRESSED))
+
+    def choose(self, name):
+        self.book.click_control("Add")
+        self.book.control("Create New Recipe")
+        self.book.click_control(name)
+        wait_for("the dialog gone", lambda: not self.book.is_showing("Create New Recipe"))
+
+    def choose_picture(self, path):
+        editor = "Add Recipe"
+        self.click_in(editor, "Assign Picture")
+        self.book.wait_for_message("File name")
+        self.type(str(path))
+        self.screen.press("Return")
+        self.book.control("Change Picture", window=editor)
+
+    def create(self, title, picture=None):
+        editor = "Add Recipe"
+        self.choose("Create New Recipe")
+        self.book.window(editor)
+        self.write(editor, "Title", title)
+        self.write(editor, "Recipe", self.FIRST, self.SECOND)
+        self.screen.press("ctrl+Home", "shift+End")
+        for tool in ("Bold", "Center"):
+            self.click_in(editor, tool)
+            self.wait_until_pressed(editor, tool)
+        if picture:
+            self.choose_picture(picture)
+        self.click_in(editor, "Add")
+        self.book.wait_for_selected(CATEGORIES, FAVORITES)
+        self.book.wait_for_selected(RECIPES, title)
+        self.assertFalse(self.book.is_showing(editor))
+
+    # The cook-book
+
+    def open_favourite(self, title):
+        self.book.wait_for_selected(CATEGORIES, FAVORITES)
+        self.book.click_line(RECIPES, title)
+        self.book.wait_for_selected(RECIPES, title)
+
+    def page(self):
+        """The text on view. A recipe with a photograph opens on that; its text is one click on."""
+
+        def shown():
+            if not self.book.is_showing(PAGE):
+                self.book.click_control("Recipe")
+                return False
+            return self.book.text(PAGE).strip()
+
+        return wait_for("the recipe's text", shown)
+
+    def looks(self):
+        """Each line of the page with its weight and alignment."""
+        self.page()
+        control = self.book.control(PAGE)
+        looks = []
+        start = 0
+        for line in self.book.text(PAGE).split("\n"):
+            if line.strip():
+                attributes = Atspi.Text.get_attribute_run(control, start, True)[0]
+                looks.append((line.strip(), attributes.get("weight") in ("bold", "700"),
+                              attributes.get("justification", "left")))
+            start += len(line) + 1
+        return looks
+
+    def look_of(self, line):
+        return next((look[1:] for look in self.looks() if look[0] == line), None)
+
+    def test_a_recipe_is_kept_as_it_was_written(self):
+        picture = Path(self.folder) / "my soup.bmp"
+        picture.write_bytes(bitmap())
+        self.create(self.TITLE, picture)
+        photo = self.data / "Food Photos" / f"{self.number}.bmp"
+        self.assertEqual(photo.read_bytes(), bitmap())
+        self.assertEqual(self.book.first_line(PAGE) if self.page() else "", self.TITLE)
+        self.assertEqual(self.look_of(self.FIRST), (True, "center"))
+        self.assertEqual(self.look_of(self.SECOND)[0], False)
+        written = self.looks()
+
+        editor = f"Edit Recipe #{self.number}"
+        self.choose(editor)
+        self.book.window(editor)
+        self.click_box(editor, "Recipe")
+        self.screen.press("ctrl+End", "Return")
+        self.type("Serve warm.")
+        self.wait_for_text(editor, "Recipe", "Serve warm.")
+        self.click_in(editor, "Update")
+        wait_for("the change on the page", lambda: "Serve warm." in self.page())
+        changed = self.looks()
+        self.assertEqual(changed[:len(written)], written)
+
+        self.restart()
+        self.open_favourite(self.TITLE)
+        self.assertEqual(self.looks(), changed)
+        self.assertEqual(photo.read_bytes(), bitmap())
+        self.assertEqual(self.book.close(), 0, self.book.output())
+
+    def test_the_number_of_a_deleted_recipe_stays_used(self):
+        self.create(self.TITLE)
+        self.choose(f"Delete Recipe #{self.number}")
+        self.book.wait_for_message(f"Permanently delete recipe #{self.number}?")
+        self.screen.press("Return")
+        wait_for("an empty list", lambda: not self.book.lines(RECIPES))
+
+        self.restart()
+        self.assertEqual(self.book.lines(RECIPES), [])
+        self.create("Another Soup")
+        self.choose(f"Remove Recipe #{self.number + 1} From Favorites")
+        wait_for("an empty list", lambda: not self.book.lines(RECIPES))
+        self.assertEqual((self.data / "Custom Recipes Index.ind").stat().st_size, 8)
+        self.assertEqual(self.book.close(), 0, self.book.output())
+
+    def test_a_question_that_is_cancelled_deletes_nothing(self):
+        self.create(self.TITLE)
+        text = self.page()
+        self.choose(f"Delete Recipe #{self.number}")
+        self.book.wait_for_message(f"Permanently delete recipe #{self.number}?")
+        self.screen.press("Escape")
+        wait_for("the question gone", lambda: not self.book.is_showing("Permanently"))
+        self.restart()
+        self.open_favourite(self.TITLE)
+        self.assertEqual(self.page(), text)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--program", required=True, help="the built tidewell-larder")
+    parser.add_argument("--stock", required=True, help="a folder with the stock Data in it")
+    _, rest = parser.parse_known_args(namespace=SETTINGS)
+    unittest.main(argv=[sys.argv[0], *rest], verbosity=2)
+
+
+if __name__ == "__main__":
+    main()
