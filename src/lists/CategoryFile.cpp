@@ -1,6 +1,8 @@
 #include "app/frmMain.h"
 #include "lists/CategoryList.h"
+#include "platform/NativeFile.h"
 #include "platform/Text.h"
+#include "platform/WholeFile.h"
 #include "search/SearchText.h"
 #include "store/FileNumbers.h"
 
@@ -84,6 +86,7 @@ void CategoryList::UpdateCategoryFile() {
     } catch (const Failure& f) {
         main.dialogs.MessageBox("Error updating Favorites\n" + f.Description, Dialogs::Buttons::Ok,
                                 Dialogs::Icon::Critical, "Tidewell Larder");
+        return;
     }
     ShowLinesAnew();
 }
@@ -96,21 +99,11 @@ void CategoryList::ShowLinesAnew() {
 }
 
 void CategoryList::ReplaceFile() {
-    // The old file stays whole until the new one is on the disk.
-    NumberedFiles& files = main.files;
-    const std::string fresh = main.paths.strCategoriesFile + ".new";
-    files.Close(filenumber::Categories);
-    try {
-        files.Open(filenumber::Categories, fresh, FileMode::Output);
-        WriteEntries();
-        files.Flush(filenumber::Categories);
-        files.Close(filenumber::Categories);
-        files.Replace(fresh, main.paths.strCategoriesFile);
-    } catch (const Failure&) {
-        Ignoring([&] { files.Close(filenumber::Categories); });
-        Ignoring([&] { files.Delete(fresh); });
-        throw;
-    }
+    // The new file takes the place of the old one without asking it.
+    const std::string& file = main.paths.strCategoriesFile;
+    if (MustNotBeWritten(main.objFSO.Native(file))) throw Failure(failure::PathAccess, file);
+    main.files.Close(filenumber::Categories);
+    WriteWholeFile(main.files, filenumber::Categories, file, [this] { WriteEntries(); });
 }
 
 void CategoryList::WriteEntries() {

@@ -23,8 +23,9 @@ class CategoryList {
     // its lines are kept for the next writing of the file.
     void LoadCategories();
     // Writes the line of the count, then name and number string of each category; the file is
-    // replaced as a whole. A failure is told in a message, and what is in memory stays. The lines
-    // on the screen are those of memory afterwards, in either case.
+    // replaced as a whole. The lines on the screen are those of memory afterwards. A failure is
+    // told in a message; what is in memory stays then, and so do the lines on the screen. A file
+    // that must not be written is one, though its folder may be.
     void UpdateCategoryFile();
 
     // Shows the list from an entry; 0 is where it stands. Nothing happens when nothing changed.

@@ -161,6 +161,15 @@ void NativeFile::Close() {
     }
 }
 
+bool MustNotBeWritten(const std::string& native) {
+    struct stat status {};
+    if (stat(native.c_str(), &status) != 0) return false;
+    // The mark counts for the superuser too, whom the system lets write all the same.
+    if ((status.st_mode & S_IWUSR) == 0) return true;
+    const int refused = faccessat(AT_FDCWD, native.c_str(), W_OK, AT_EACCESS);
+    return refused != 0 && IsWriteProtection(errno);
+}
+
 void FlushFolderOf(const std::string& native, const std::string& name) {
     const int descriptor = Uninterrupted(
         [&] { return open(FolderOf(native).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });

@@ -3,12 +3,15 @@
 #include <QCursor>
 #include <QWidget>
 
+#include <filesystem>
 #include <string>
 
 #include "app/frmMain.h"
 #include "behaviour/support/MeasuredLists.h"
 #include "platform/Failure.h"
 #include "store/FileNumbers.h"
+#include "support/DiskLimit.h"
+#include "support/Unprivileged.h"
 
 namespace larder::test {
 namespace {
@@ -136,15 +139,15 @@ TEST_F(FullDisk, IsToldInAMessageWithTheDescription) {
     EXPECT_EQ(Boxes.Shown[0].Buttons, Dialogs::Buttons::Ok);
 }
 
-TEST_F(FullDisk, LeavesTheLinesOnTheScreenAsMemoryHasThem) {
+TEST_F(FullDisk, LeavesTheLinesOnTheScreenAsTheyAre) {
     StartIt();
     Main().VList[0].PeekKey("SOUPS")->Tag = " 1 ";
     Fill();
     Main().categories.UpdateCategoryFile();
-    EXPECT_EQ(List(1).Item(7).Tag, " 1 ");
+    EXPECT_EQ(List(1).Item(7).Tag, " 5 6 33 ");
     Clear();
-    ClickCategory("SOUPS");
-    EXPECT_EQ(ShownNumbers(), (std::vector<int>{1}));
+    Main().categories.UpdateCategoryFile();
+    EXPECT_EQ(List(1).Item(7).Tag, " 1 ");
 }
 
 TEST_F(FullDisk, LeavesTheOldFileWholeAndTheFileNumberFree) {
@@ -194,7 +197,7 @@ class AFailedWriting : public CategoryFile {
         ASSERT_EQ(Boxes.Shown.size(), 1U);
         EXPECT_EQ(Boxes.Shown[0].Text,
                   "Error updating Favorites\n" + FailureText(failure::PathAccess));
-        EXPECT_EQ(List(1).Item(7).Tag, " 1 ");
+        EXPECT_EQ(List(1).Item(7).Tag, " 5 6 33 ");
         Main().categories.UpdateCategoryFile();
         EXPECT_NE(Folder.Read(FileName).find("SOUPS\r\n 1 \r\n"), std::string::npos);
         EXPECT_EQ(Boxes.Shown.size(), 1U);
@@ -203,6 +206,80 @@ class AFailedWriting : public CategoryFile {
   private:
     std::string before_;
 };
+
+TEST_F(FullDisk, ThatTakesAPartOfWhatIsWrittenLeavesTheOldFileWhole) {
+    StartIt();
+    const std::string before = Folder.Read(FileName);
+    ASSERT_GT(before.size(), 100U);
+    // Each line is one write. The first limit ends one in the middle, the second at its beginning.
+    const std::size_t line = before.find("ALL RECIPES WITH PICTURES");
+    ASSERT_NE(line, std::string::npos);
+    for (const std::size_t bytes : {line + 5, line}) {
+        Main().favorites.AddToFavorites(static_cast<std::int32_t>(7 + Boxes.Shown.size()));
+        const std::string whole = Folder.Read(FileName);
+        Boxes.Shown.clear();
+        {
+            const DiskLimit limit(bytes);
+            Main().favorites.AddToFavorites(20);
+        }
+        ASSERT_EQ(Boxes.Shown.size(), 1U) << bytes;
+        EXPECT_EQ(Boxes.Shown[0].Text,
+                  "Error updating Favorites\n" + FailureText(failure::DiskFull));
+        EXPECT_EQ(Folder.Read(FileName), whole) << bytes;
+        EXPECT_FALSE(Folder.Exists("Data/Categories.ctg.new")) << bytes;
+        EXPECT_TRUE(Main().favorites.IsInFavorites(20)) << bytes;
+        Main().favorites.RemoveFromFavorites(20);
+    }
+}
+
+// The folder takes new files, the file of the categories is not to be written.
+class ReadOnlyCategories : public CategoryFile {
+  protected:
+    void SetUp() override {
+        CategoryFile::SetUp();
+        StartIt();
+        before_ = Folder.Read(FileName);
+    }
+    void Allow(bool writing) {
+        namespace fs = std::filesystem;
+        const auto writers =
+            fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+        fs::permissions(Folder.Native(FileName), writing ? fs::perms::owner_write : writers,
+                        writing ? fs::perm_options::add : fs::perm_options::remove);
+    }
+    void ExpectToldAndAsItIs() {
+        ASSERT_EQ(Boxes.Shown.size(), 1U);
+        EXPECT_EQ(Boxes.Shown[0].Text,
+                  "Error updating Favorites\n" + FailureText(failure::PathAccess));
+        EXPECT_EQ(Boxes.Shown[0].Icon, Dialogs::Icon::Critical);
+        EXPECT_EQ(Folder.Read(FileName), before_);
+        EXPECT_FALSE(Folder.Exists("Data/Categories.ctg.new"));
+        EXPECT_TRUE(Main().favorites.IsInFavorites(3));
+    }
+
+  private:
+    std::string before_;
+};
+
+TEST_F(ReadOnlyCategories, AReadOnlyCategoryFileIsToldAndStaysAsItIs) {
+    Allow(false);
+    Main().favorites.AddToFavorites(3);
+    ExpectToldAndAsItIs();
+    Allow(true);
+    Main().favorites.AddToFavorites(4);
+    EXPECT_EQ(Boxes.Shown.size(), 1U);
+    EXPECT_NE(Folder.Read(FileName).find("MY FAVORITES\r\n 3 4 \r\n"), std::string::npos);
+}
+
+TEST_F(ReadOnlyCategories, AFileThatTheUserHasNoRightToWriteCountsTheSame) {
+    Allow(false);
+    std::filesystem::permissions(Folder.Native("Data"), std::filesystem::perms::all);
+    {
+        const Unprivileged unprivileged;
+        Main().favorites.AddToFavorites(3);
+    }
+    ExpectToldAndAsItIs();
+}
 
 TEST_F(AFailedWriting, AtTheOpeningLosesNothing) {
     FailAt("open", "Categories.ctg.new");
