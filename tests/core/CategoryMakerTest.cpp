@@ -63,6 +63,45 @@ TEST_F(CategoryMakerTest, BothFilesAreClosedAfterwards) {
     EXPECT_EQ(scene.Data.Files.FreeNumber(), 3) << "the database has 1 and 2, and 21 and 22";
 }
 
+// Whatever step fails, the categories are as before and both numbers are free.
+TEST_F(CategoryMakerTest, AFailureInTheMiddleLeavesTheOldCategoriesAndNoFileOpen) {
+    scene.Data.Folder.Write("Data/Category Names.txt", "cod\r\nbass\r\n");
+    scene.Data.Folder.Write("Data/Categories.ctg", "as before");
+    const int freeBefore = scene.Data.Files.FreeNumber();
+    for (const std::string kind : {"truncate", "write", "flush", "close", "rename"}) {
+        int steps = kind == "write" ? 8 : 1;  // the lines of a name, behind the fixed ones
+        if (kind == "truncate") scene.Data.Folder.Write("Data/Categories.ctg.new", "a killed one");
+        scene.Data.Files.Watch([&](const NumberedFiles::Access& access) {
+            const bool categories = access.Path.find("Categories.ctg") != std::string_view::npos;
+            if (access.Kind != kind || !categories || --steps != 0) return;
+            throw Failure(failure::DiskFull, "test");
+        });
+        EXPECT_EQ(Ignoring([&] { Make(); }), failure::DiskFull) << kind;
+        scene.Data.Files.Watch(nullptr);
+        EXPECT_EQ(scene.Data.Folder.Read("Data/Categories.ctg"), "as before") << kind;
+        EXPECT_FALSE(scene.Data.Folder.Exists("Data/Categories.ctg.new")) << kind;
+        EXPECT_EQ(scene.Data.Files.FreeNumber(), freeBefore) << kind;
+    }
+    Make();
+    EXPECT_EQ(scene.Data.Folder.Read("Data/Categories.ctg"),
+              std::string(FixedLines) + "cod\r\n 1 2 4 \r\nbass\r\n 2 3 \r\n");
+}
+
+TEST_F(CategoryMakerTest, NamesThatCannotBeReadToTheEndLeaveTheOldCategoriesToo) {
+    scene.Data.Folder.Write("Data/Category Names.txt", "cod\r\nbass\r\n");
+    scene.Data.Folder.Write("Data/Categories.ctg", "as before");
+    const int freeBefore = scene.Data.Files.FreeNumber();
+    scene.Data.Files.Watch([](const NumberedFiles::Access& access) {
+        if (access.Kind != "read" || !access.Path.ends_with("Category Names.txt")) return;
+        throw Failure(failure::DeviceError, "test");
+    });
+    EXPECT_EQ(Ignoring([&] { Make(); }), failure::DeviceError);
+    scene.Data.Files.Watch(nullptr);
+    EXPECT_EQ(scene.Data.Folder.Read("Data/Categories.ctg"), "as before");
+    EXPECT_FALSE(scene.Data.Folder.Exists("Data/Categories.ctg.new"));
+    EXPECT_EQ(scene.Data.Files.FreeNumber(), freeBefore);
+}
+
 TEST_F(CategoryMakerTest, MissingNamesAreAFailureThatLeavesTheCategories) {
     scene.Data.Folder.Write("Data/Categories.ctg", "as before");
     try {
