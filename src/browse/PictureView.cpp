@@ -7,6 +7,21 @@
 
 namespace larder {
 
+namespace {
+
+struct Size {
+    std::int32_t Height;
+    std::int32_t Width;
+};
+
+// Sizes of boxes are whole twips here, as those of pictures are: the fraction of a box that was
+// scaled with the window would make a picture that fills it seem too small.
+Size WholeSizeOf(const Rectangle& box) {
+    return {static_cast<std::int32_t>(box.Height), static_cast<std::int32_t>(box.Width)};
+}
+
+}  // namespace
+
 void PictureView::ShowCurRecipePicture() {
     main.screen.SetEncyclopediaMode(false);
     const std::string number = std::to_string(main.viewer.CurrentRecipe());
@@ -82,10 +97,11 @@ void PictureView::PlacePicture(std::int32_t height, std::int32_t width) {
 }
 
 void PictureView::FitInto(const Rectangle& box, std::int32_t height, std::int32_t width) {
-    const auto boxHeight = static_cast<std::int32_t>(box.Height);
-    const auto boxWidth = static_cast<std::int32_t>(box.Width);
+    const Size room = WholeSizeOf(box);
     // A small picture keeps its size.
-    if (height > boxHeight || width > boxWidth) FitRectangle(boxHeight, boxWidth, height, width);
+    if (height > room.Height || width > room.Width) {
+        FitRectangle(room.Height, room.Width, height, width);
+    }
     const auto h = static_cast<float>(height);
     const auto w = static_cast<float>(width);
     main.ui.imgPicture.Move({0, 0, w, h});
@@ -93,20 +109,22 @@ void PictureView::FitInto(const Rectangle& box, std::int32_t height, std::int32_
 }
 
 void PictureView::Cover(const Rectangle& box, std::int32_t height, std::int32_t width) {
-    main.ui.frPic.Move(box);
-    FitRectangle(static_cast<std::int32_t>(box.Height), static_cast<std::int32_t>(box.Width),
-                 height, width);
+    const Size room = WholeSizeOf(box);
+    const auto frameHeight = static_cast<float>(room.Height);
+    const auto frameWidth = static_cast<float>(room.Width);
+    main.ui.frPic.Move({box.Left, box.Top, frameWidth, frameHeight});
+    FitRectangle(room.Height, room.Width, height, width);
     const float r = static_cast<float>(height) / static_cast<float>(width);
     auto h = static_cast<float>(height);
     float w = 0;
-    if (box.Height > h) {
-        h = box.Height;
+    if (room.Height > height) {
+        h = frameHeight;
         w = h / r;
     } else {
-        w = box.Width;
+        w = frameWidth;
         h = r * w;
     }
-    main.ui.imgPicture.Move({(box.Width - w) / 2, (box.Height - h) / 2, w, h});
+    main.ui.imgPicture.Move({(frameWidth - w) / 2, (frameHeight - h) / 2, w, h});
 }
 
 }  // namespace larder

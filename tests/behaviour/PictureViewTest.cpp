@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QString>
 #include <QWidget>
+#include <cmath>
 
 #include "app/frmMain.h"
 #include "behaviour/support/MainWindowFixture.h"
@@ -252,6 +253,28 @@ TEST_F(PicturePlacing, ATallPictureOfAPageFillsItsWidthAndIsCutAlikeAboveAndBelo
     ExpectPlace(InFrame(), 0, (554 - 1290) / 2, 430, 1290);
     for (const int y : {0, 277, 553})
         EXPECT_EQ(ColorAt(215, y), QColor(Qt::green)) << y;
+}
+
+TEST_F(PicturePlacing, APictureCoversThePageAtWhateverHeightOfTheWindow) {
+    AsPageOf("ALL RECIPES");
+    int fractions = 0;
+    for (const QSize size : {QSize(860, 2580), QSize(2216, 1108), QSize(43, 129)}) {
+        for (int height = 600; height < 720; height += 17) {
+            Resize(1024 + height % 7, height);
+            Load(size.width(), size.height());
+            const Rectangle box = Main().layout.Scaled(MainControls::ShapeBrowser);
+            if (box.Height != std::floor(box.Height)) ++fractions;
+            const Rectangle frame = Main().ui.frPic.Place();
+            const Rectangle picture = Main().ui.imgPicture.Place();
+            EXPECT_NEAR(frame.Width, box.Width, 1);
+            EXPECT_NEAR(frame.Height, box.Height, 1);
+            EXPECT_LE(picture.Left, 0) << height;
+            EXPECT_LE(picture.Top, 0) << height;
+            EXPECT_GE(picture.Left + picture.Width, frame.Width) << height;
+            EXPECT_GE(picture.Top + picture.Height, frame.Height) << height;
+        }
+    }
+    EXPECT_GT(fractions, 0) << "or this would show nothing";
 }
 
 TEST_F(PicturePlacing, ASmallPictureOfAPageIsEnlarged) {
