@@ -40,6 +40,23 @@ bool IsFolder(int descriptor) {
     return ::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
 }
 
+// Remembers a failed read, after which a decoder may still deliver half a picture or say that the
+// file holds none.
+class PictureFile : public QFile {
+  public:
+    bool ReadFailed() const { return readFailed_; }
+
+  protected:
+    qint64 readData(char* to, qint64 count) override {
+        const qint64 got = QFile::readData(to, count);
+        if (got < 0) readFailed_ = true;
+        return got;
+    }
+
+  private:
+    bool readFailed_ = false;
+};
+
 void Open(QFile& file, const std::string& path) {
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0) {
@@ -51,6 +68,7 @@ void Open(QFile& file, const std::string& path) {
             case ENOMEDIUM:
             case ENXIO:
             case ENODEV:
+            case EIO:
                 throw Failure(failure::DriveNotReady, Source);
             default:
                 throw Failure(failure::PathAccess, Source);
@@ -113,9 +131,10 @@ Picture Picture::FromArt(const std::string& name) {
 }
 
 Picture Picture::FromFile(const std::string& nativePath) {
-    QFile file;
+    PictureFile file;
     Open(file, nativePath);
     auto content = LooksLikeDrawing(file) ? ReadDrawing(file) : ReadPhotograph(file);
+    if (file.ReadFailed()) throw Failure(failure::DriveNotReady, Source);
     if (content == nullptr) throw Failure(failure::InvalidPicture, Source);
     return Picture(std::move(content));
 }

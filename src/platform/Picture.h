@@ -17,9 +17,9 @@ class Picture {
     // A name that does not exist is a mistake of the program: failure 53.
     static Picture FromArt(const std::string& name);
     // From a file of the user or the data folder, by its native path. JPEG, BMP, GIF, PNG and SVG;
-    // what a file is, is told by its content. Failures: 53 missing, 71 the drive is not ready,
-    // 75 not readable, 481 not a picture, or larger than 100 megapixels.
-    // The turn that a camera wrote into the file is honoured.
+    // what a file is, is told by its content. Failures: 53 missing, 71 the drive is not ready
+    // or is taken away while the file is read, 75 not readable, 481 not a picture, or larger than
+    // 100 megapixels. The turn that a camera wrote into the file is honoured.
     static Picture FromFile(const std::string& nativePath);
 
     bool IsEmpty() const { return content_ == nullptr; }

@@ -307,5 +307,43 @@ TEST_F(GoneDisc, IsNotLookedAtWhenThePictureIsOnlyPlacedAnew) {
     EXPECT_TRUE(Boxes.Shown.empty());
 }
 
+// A disc that goes while its picture is read: the file can be opened and no byte of it be read. The
+// system answers so for the memory of a process where it has none.
+class DiscGoneWhileReading : public FailingPictures {
+  protected:
+    void SetUp() override {
+        FailingPictures::SetUp();
+        std::filesystem::create_symlink("/proc/self/mem", PathOf("2.jpg"));
+    }
+    void PutDiscIn() {
+        std::filesystem::remove(PathOf("2.jpg"));
+        Save("2.jpg", Photo(40, 30));
+    }
+    void ExpectAsked(std::size_t times) {
+        ASSERT_EQ(Boxes.Shown.size(), times);
+        EXPECT_EQ(Boxes.Shown.back().Text,
+                  "Can't get the picture.\nPlease, make sure the CD is in the drive.");
+    }
+};
+
+TEST_F(DiscGoneWhileReading, IsAskedForAndItsPictureShownAfterOk) {
+    Boxes.Then(Dialogs::Answer::Ok);
+    Boxes.Then(Dialogs::Answer::Ok, [this] { PutDiscIn(); });
+    PressLine(2, 2);
+    ExpectAsked(2);
+    EXPECT_EQ(OnView(), "picture");
+    EXPECT_EQ(Shown(), QSize(40, 30));
+}
+
+TEST_F(DiscGoneWhileReading, GivenUpByCancelShowsTheTextOfTheRecipe) {
+    PressLine(2, 3);
+    ASSERT_EQ(OnView(), "picture");
+    Boxes.Then(Dialogs::Answer::Cancel);
+    PressLine(2, 2);
+    ExpectAsked(1);
+    ExpectTextOfSalmon("after Cancel");
+    EXPECT_EQ(Main().ui.ibPhotoButton.ButtonState(), ImageButton::Up) << "to try again";
+}
+
 }  // namespace
 }  // namespace larder::test

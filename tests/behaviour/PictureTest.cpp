@@ -1,11 +1,14 @@
 #include "platform/Picture.h"
 
+#include <fcntl.h>
+#include <stdlib.h>
 #include <unistd.h>
 
 #include <QBuffer>
 #include <QImageWriter>
 #include <QPainter>
 #include <QPixmap>
+#include <cerrno>
 #include <filesystem>
 
 #include "ShownWindow.h"
@@ -68,6 +71,18 @@ TEST_F(APicture, EveryKindOfFileIsKnownByItsContentWhateverItsName) {
         "GIF89a\x02\0\x01\0\x80\0\0\xff\0\0\0\0\xff,\0\0\0\0\x02\0\x01\0\0\x02\x02L\x01\0;", 35);
     EXPECT_EQ(Picture::FromFile(Save("picture.jpg", gif)).PixelWidth(), 2);
     EXPECT_EQ(Picture::FromFile(Save("drawing.bmp", Circle)).PixelWidth(), 40);
+}
+
+TEST_F(APicture, AFileThatAnErrorOfTheDeviceKeepsFromBeingOpenedOrReadIsOnADriveNotReady) {
+    // The far end of a terminal that its owner has not unlocked cannot be opened.
+    const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_GE(terminal, 0);
+    EXPECT_EQ(::open(::ptsname(terminal), O_RDONLY), -1);
+    ASSERT_EQ(errno, EIO) << "or this would show nothing";
+    EXPECT_EQ(FailureOf(::ptsname(terminal)), failure::DriveNotReady);
+    ::close(terminal);
+    // Memory that there is not can be opened and not be read.
+    EXPECT_EQ(FailureOf("/proc/self/mem"), failure::DriveNotReady);
 }
 
 TEST_F(APicture, ADrawingIsSharpAtAnySize) {
