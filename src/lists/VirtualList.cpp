@@ -148,6 +148,7 @@ bool VirtualList::StringToNums(const std::string& strNums) {
     const std::string nums = strNums;
     ClearAll();
     const std::int16_t intMyTicket = ticket_.Value();
+    const std::uint32_t own = generation_;  // a cancelled ticket may come to the same value again
     booSearching = true;
     Ignoring([&] { observer_.DecorateWait(true, ""); });
     std::int32_t start = 1;
@@ -156,7 +157,7 @@ bool VirtualList::StringToNums(const std::string& strNums) {
         Ignoring([&] { AddRecipe(ToLong(token)); });
         token = YStrings::TokenFrom(nums, start, " ");
         Ignoring([&] { observer_.LetEventsRun(); });
-        if (ticket_.Value() != intMyTicket) return false;
+        if (ticket_.Value() != intMyTicket || generation_ != own) return false;
     }
     booSearching = false;
     Ignoring([&] { observer_.DecorateWait(false, ""); });

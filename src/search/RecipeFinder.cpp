@@ -95,16 +95,16 @@ void RecipeFinder::FindRecipes(std::string& strWhat) {
     if (colList.empty()) return surroundings_.ShowResult(false, false);
 
     list_.ClearAll();
-    const std::int16_t intMyTicket = ticket_.Value();
+    const Hold mine = Held();
     std::string strFound;
     bool complete = AddMatches(colList, strFound);
     if (complete && (!booOnly || !parts.strCustom.empty())) {
         strFound += FindInCustomRecipes(strWhat, parts.strCustom);
-        complete = ticket_.Value() == intMyTicket;
+        complete = Held() == mine;
     }
     if (complete) {
         surroundings_.ShowResult(true, !strFound.empty());
-    } else if (ticket_.Value() == 0) {
+    } else if (ticket_.Value() == 0 && list_.Generation() == mine.Generation) {
         surroundings_.ShowCancelled();
     }
 }
@@ -145,7 +145,7 @@ bool RecipeFinder::AddMatches(const std::vector<std::string>& colList, std::stri
     for (auto term = colList.begin(); term != colList.end(); ++term) {
         if (term != shortest) others.emplace_back(*term, store_.TotalNumRecords);
     }
-    const std::int16_t intMyTicket = ticket_.Value();
+    const Hold mine = Held();
     std::int32_t start = 1;
     while (start <= static_cast<std::int32_t>(shortest->size())) {
         const std::string number = YStrings::TokenFrom(*shortest, start, " ");
@@ -156,7 +156,7 @@ bool RecipeFinder::AddMatches(const std::vector<std::string>& colList, std::stri
             if (match && AddFound(ToLong(number))) strFound += " " + number + " ";
         });
         surroundings_.LetEventsRun();
-        if (ticket_.Value() != intMyTicket) return false;
+        if (Held() != mine) return false;
     }
     return true;
 }
@@ -172,7 +172,7 @@ std::string RecipeFinder::FindInCustomRecipes(const std::string& strWhat,
                                               const std::string& strCustom) {
     if (strWhat.empty()) return {};
     const std::vector<std::string> words = TokensOf(strWhat);
-    const std::int16_t intMyTicket = ticket_.Value();
+    const Hold mine = Held();
     std::string result = " ";
     std::int32_t start = 1;
     std::int32_t next = store_.OriginalNumRecords;
@@ -191,7 +191,7 @@ std::string RecipeFinder::FindInCustomRecipes(const std::string& strWhat,
             }
         });
         surroundings_.LetEventsRun();
-        if (ticket_.Value() != intMyTicket) break;
+        if (Held() != mine) break;
     }
     return result == " " ? std::string() : result;
 }

@@ -68,6 +68,15 @@ class RecipeFinder {
     bool MatchesAllWords(std::int32_t recipeNum, const std::vector<std::string>& words);
     bool AddFound(std::int32_t recipeNum);
 
+    // The list as a search holds it: its ticket, and how often it was emptied, because a ticket
+    // that was cancelled may come to the same value again.
+    struct Hold {
+        std::int16_t Ticket;
+        std::uint32_t Generation;
+        bool operator==(const Hold&) const = default;
+    };
+    Hold Held() const { return {ticket_.Value(), list_.Generation()}; }
+
     RecipeStore& store_;
     WordIndex& index_;
     VirtualList& list_;

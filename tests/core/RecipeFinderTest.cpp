@@ -256,6 +256,44 @@ TEST_F(RecipeFinderTest, ASearchCancelledAmongOwnRecipesStopsThere) {
     EXPECT_EQ(scene.Log, (Log{"hide guide art", "cancelled"}));
 }
 
+TEST_F(RecipeFinderTest, ANewListEndsTheSearchThoughItsTicketIsTheSame) {
+    scene.Ticket.Cancel();
+    scene.OnEvents = [&] {
+        if (scene.List.NumsToString() != " 1 2 ") return;
+        const std::int16_t before = scene.Ticket.Value();
+        scene.Ticket.Cancel();
+        scene.List.ClearAll();
+        ASSERT_EQ(scene.Ticket.Value(), before) << "or this would show nothing";
+        scene.List.AddRecipe(7);
+    };
+    EXPECT_EQ(scene.Find("salmon"), " 7 ");
+    EXPECT_EQ(scene.Log, (Log{"hide guide art"}));
+    EXPECT_EQ(scene.TextsRead, 0);
+}
+
+TEST_F(RecipeFinderTest, ANewListAmongOwnRecipesEndsTheSearchThoughItsTicketIsTheSame) {
+    scene.Ticket.Cancel();
+    scene.OnEvents = [&] {
+        if (scene.TextsRead != 1) return;
+        scene.Ticket.Cancel();
+        scene.List.ClearAll();
+        scene.List.AddRecipe(7);
+    };
+    EXPECT_EQ(scene.Find("salmon"), " 7 ");
+    EXPECT_EQ(scene.Log, (Log{"hide guide art"}));
+    EXPECT_EQ(scene.TextsRead, 1);
+}
+
+TEST_F(RecipeFinderTest, ACancellationAfterANewListLeavesThatListAlone) {
+    scene.OnEvents = [&] {
+        if (scene.List.Count() != 2) return;
+        scene.List.ClearAll();
+        scene.Ticket.Cancel();
+    };
+    EXPECT_EQ(scene.Find("salmon"), "");
+    EXPECT_EQ(scene.Log, (Log{"hide guide art"})) << "the list is somebody else's";
+}
+
 TEST_F(RecipeFinderTest, ASearchWithinASearchEndsTheOuterOne) {
     bool nested = false;
     scene.OnEvents = [&] {

@@ -230,6 +230,20 @@ TEST_F(VirtualListTest, ANewerFillInsideAFillWins) {
     EXPECT_EQ(recorder.Log, expected) << "the older one touches nothing any more";
 }
 
+TEST_F(VirtualListTest, ANewerFillWinsThoughItsTicketIsThatOfTheOlderOne) {
+    bool first = true;
+    recorder.OnEvents = [&] {
+        if (list.Count() != 2 || !std::exchange(first, false)) return;
+        const std::int16_t before = ticket.Value();
+        ticket.Cancel();
+        list.StringToNums(" 8 9 ");
+        ASSERT_EQ(ticket.Value(), before) << "or this would show nothing";
+    };
+    ticket.Cancel();
+    EXPECT_FALSE(list.StringToNums(" 4 5 6 7 "));
+    EXPECT_EQ(list.NumsToString(), " 8 9 ");
+}
+
 TEST_F(VirtualListTest, ACancelledFillLeavesWhatItHas) {
     recorder.OnEvents = [&] {
         if (list.Count() == 2) ticket.Cancel();
