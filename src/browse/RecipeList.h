@@ -23,13 +23,10 @@ class RecipeList {
     // is the first line. The third argument is read by nobody. Failures leave single lines
     // unwritten, and in whatever way the fill ends, the list is on the screen again. Lets events
     // run while a number string is read, and they may end the fill: a newer one, which then owns
-    // the list, or StopFill. False then: the caller has nothing more to do with the list.
+    // the list, or a cancellation, after which the list stays with the recipes that it has, in step
+    // with the lines. False then: the caller has nothing more to do with the list.
     bool ShowRecipesIn_lvwX2(std::string strNumbers, std::int32_t startPos, bool Reserved,
                              bool ForceReload);
-
-    // Ends a fill or search that is under way. A growing list stays with the recipes that it has,
-    // in step with the lines on the screen, and the busy look ends.
-    void StopFill();
 
     // Takes a recipe out of the list on show, if it holds it, and goes to its neighbour.
     void RemoveFrom_lvwX2(std::int32_t RecipeToRemove);
@@ -56,6 +53,7 @@ class RecipeList {
     void FillVirtual(Fill& fill);
     bool FillFromNumbers(Fill& fill);  // false: it was ended by an event
     bool ReadNumbers(Fill& fill);      // the same
+    void StopGrowing();
     void Finish(const Fill& fill);
     void WriteLine(int line, std::int32_t number, const std::string& title, int icon,
                    std::int32_t titleColor, const std::string& key, const std::string& tag);

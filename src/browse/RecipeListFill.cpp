@@ -182,7 +182,7 @@ bool RecipeList::ReadNumbers(Fill& fill) {
     const std::uint32_t own = list.Generation() + 1;  // when StringToNums has emptied it
     if (!list.StringToNums(fill.strNumbers)) {
         // Nobody has emptied it since: it was cancelled and is left to nobody.
-        if (list.Generation() == own && list.booSearching) StopFill();
+        if (list.Generation() == own && list.booSearching) StopGrowing();
         return false;
     }
     lastGeneration_ = list.Generation();
@@ -191,11 +191,8 @@ bool RecipeList::ReadNumbers(Fill& fill) {
     return true;
 }
 
-void RecipeList::StopFill() {
-    VirtualList& list = main.VList[1];
-    main.intListTicket.Cancel();
-    if (!list.booSearching) return;
-    list.booSearching = false;
+void RecipeList::StopGrowing() {
+    main.VList[1].booSearching = false;
     ShowRecipesIn_lvwX2("same", 0, false, true);
     DecorateWait(false, "");
 }

@@ -81,27 +81,33 @@ void CategoryList::CategoryItemClick(ListItem& Item, bool Keyboard) {
     main.recipes.SetColumnsForRecipes_X2();
     if (text != "ALL RECIPES WITH PICTURES") main.screen.ShowCategoryPage();
     main.strSelectedKey[1] = "1";
+    const std::uint32_t before = main.search.RecipesByNumber();
     const bool filled = main.recipes.ShowRecipesIn_lvwX2(numbers, 1, false, true);
-    if (filled && click == clicks_) ShowRecipesOf(text);
+    if (!filled || click != clicks_) return;
+    // A recipe that was asked for by its number meanwhile stays on view.
+    ShowRecipesOf(text, main.search.RecipesByNumber() == before);
 }
 
-void CategoryList::ShowRecipesOf(const std::string& text) {
+void CategoryList::ShowRecipesOf(const std::string& text, bool takeRecipe) {
     ListView& lines = main.ui.lvwX2;
     // Of a list that is held already nothing was reported.
     main.recipes.ReportRecipesFound("");
     lines.SetHideSelection(false);
-    if (lines.Count() >= 1) {
-        main.lists.RememberSelectedKey(2);
-        SetCurrentFromSelection();
-        if (text == "ALL RECIPES WITH PICTURES") {
-            SetCurrentFromSelection();
-            main.pictureView.ShowCurRecipePicture();
-        }
-    } else {
-        Ignoring([this] { main.viewer.SetCurrentRecipe(-1); });
-    }
+    if (lines.Count() >= 1) main.lists.RememberSelectedKey(2);
+    if (takeRecipe) TakeFirstRecipe(text);
     lines.SetVisible(true);
     Ignoring([this] { main.ui.lvwX1.SetFocus(); });
+}
+
+void CategoryList::TakeFirstRecipe(const std::string& text) {
+    if (main.ui.lvwX2.Count() < 1) {
+        Ignoring([this] { main.viewer.SetCurrentRecipe(-1); });
+        return;
+    }
+    SetCurrentFromSelection();
+    if (text != "ALL RECIPES WITH PICTURES") return;
+    SetCurrentFromSelection();
+    main.pictureView.ShowCurRecipePicture();
 }
 
 void CategoryList::SetCurrentFromSelection() {

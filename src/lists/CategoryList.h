@@ -56,7 +56,8 @@ class CategoryList {
     void WriteEntries();
     void WriteEntry(const std::string& name, const std::string& numbers);
     void ShowLinesAnew();
-    void ShowRecipesOf(const std::string& text);
+    void ShowRecipesOf(const std::string& text, bool takeRecipe);
+    void TakeFirstRecipe(const std::string& text);
     void SetCurrentFromSelection();
 
     frmMain& main;

@@ -46,6 +46,7 @@ void RecipeSearch::NameTheList() {
 void RecipeSearch::FindByWords(const std::string& text, bool onlyInList) {
     onlyInList_ = onlyInList;
     steps_ = 0;
+    byNumberBefore_ = recipesByNumber_;
     lastLook_ = std::chrono::steady_clock::now();
     listIsFavorites_ = main.strLastRecipeCategory == "MY FAVORITES";
     NameTheList();
@@ -60,8 +61,6 @@ void RecipeSearch::FindByWords(const std::string& text, bool onlyInList) {
 }
 
 void RecipeSearch::FindByNumber(const std::string& text) {
-    // The end of a list that still grows would make its first recipe the current one.
-    main.recipes.StopFill();
     NameTheList();
     const std::int32_t last = main.store.TotalNumRecords;
     std::int32_t number = main.viewer.CurrentRecipe();  // for a text that is no number
@@ -79,6 +78,7 @@ void RecipeSearch::FindByNumber(const std::string& text) {
                                 "Tidewell Larder");
         return;
     }
+    ++recipesByNumber_;
     main.pictureView.ShowCurRecipePicture();
 }
 
@@ -116,7 +116,8 @@ void RecipeSearch::ShowResult(bool searched, bool found) {
         main.recipes.AskAboutPictures();
     }
     main.recipes.ReportRecipesFound("");
-    if (!found) return;
+    // A recipe that was asked for by its number meanwhile stays on view.
+    if (!found || recipesByNumber_ != byNumberBefore_) return;
     main.ui.lvwX2.Refresh();  // before the text of the first recipe is laid out
     Ignoring([this] {
         const ListItem* selected = main.ui.lvwX2.SelectedItem();

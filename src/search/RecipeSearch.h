@@ -30,8 +30,12 @@ class RecipeSearch final : private FindSurroundings {
 
     // A find by words as the user typed them, in the whole book or only in the list on show.
     void FindByWords(const std::string& text, bool onlyInList);
-    // A find by number. A number that no recipe has is told in a message.
+    // A find by number. A number that no recipe has is told in a message. The list, be it complete
+    // or still growing, goes its way.
     void FindByNumber(const std::string& text);
+    // How many recipes were shown by FindByNumber: who fills the list while events run tells by
+    // this whether its first recipe is still the one to be shown.
+    std::uint32_t RecipesByNumber() const { return recipesByNumber_; }
 
   private:
     bool OnlyInList() const override;
@@ -49,9 +53,11 @@ class RecipeSearch final : private FindSurroundings {
     RecipeFinder finder_;
     std::unique_ptr<frmSearch> dialog_;
     bool onlyInList_ = false;
-    bool listIsFavorites_ = false;                    // when Find was pressed
-    std::optional<NumberedFiles::Sweep> sweep_;       // over the recipes, between looks at events
-    std::uint32_t steps_ = 0;                         // numbers looked at by this search
+    bool listIsFavorites_ = false;               // when Find was pressed
+    std::optional<NumberedFiles::Sweep> sweep_;  // over the recipes, between looks at events
+    std::uint32_t steps_ = 0;                    // numbers looked at by this search
+    std::uint32_t recipesByNumber_ = 0;
+    std::uint32_t byNumberBefore_ = 0;                // when this search began
     std::chrono::steady_clock::time_point lastLook_;  // at the event queue
 };
 

@@ -96,37 +96,49 @@ TEST_F(EndedFill, AFindWithoutAHitLeavesTheRecipe) {
     EXPECT_EQ(Found(), "0 recipes found ");
 }
 
-TEST_F(EndedFill, AFindByNumberEndsTheGrowthAndShowsItsRecipe) {
+TEST_F(EndedFill, AFindByNumberShowsItsRecipeAndLetsTheListGrow) {
     for (const char* category : {"BIG", "ALL RECIPES WITH PICTURES"}) {
-        acted_ = false;
-        int countAtFind = 0;
-        At(100, [&] {
-            countAtFind = Main().VList[1].Count();
-            FindNumber("77");
-            EXPECT_EQ(FirstWords(), "Fish 77");
+        for (const int count : {2, 100}) {
+            acted_ = false;
+            At(count, [&] {
+                FindNumber("77");
+                EXPECT_EQ(FirstWords(), "Fish 77");
+                EXPECT_TRUE(Main().VList[1].booSearching) << "the list grows on";
+            });
+            ClickCategory(category);
+            EXPECT_TRUE(acted_);
+            EXPECT_EQ(Main().VList[1].Count(), All) << category;
+            EXPECT_EQ(Current(), 77) << category;
+            EXPECT_EQ(FirstWords(), "Fish 77") << category;
+            EXPECT_EQ(Main().ui.lblCategory.Caption(), "SEARCH");
             ExpectAtRest();
-        });
-        ClickCategory(category);
-        EXPECT_TRUE(acted_);
-        EXPECT_EQ(Main().VList[1].Count(), countAtFind) << category;
-        EXPECT_EQ(Current(), 77) << category;
-        EXPECT_EQ(FirstWords(), "Fish 77") << category;
-        EXPECT_EQ(Main().ui.lblCategory.Caption(), "SEARCH");
-        ExpectAtRest();
-        ClickCategory("SOME");
+            ClickCategory("SOME");
+            EXPECT_EQ(Current(), 5) << "a later category opens on its first recipe";
+        }
     }
 }
 
-TEST_F(EndedFill, AFindByNumberBeforeTheFirstScreenfulShowsTheLinesThatAreThere) {
-    At(2, [&] { FindNumber("77"); });
-    ClickCategory("BIG");
-    EXPECT_TRUE(acted_);
-    EXPECT_LT(Main().VList[1].Count(), Fit(2));
-    EXPECT_EQ(Current(), 77);
-    ExpectAtRest();
+TEST_F(EndedFill, AWrongNumberChangesNothingButItsMessage) {
+    for (const char* category : {"BIG", "ALL RECIPES WITH PICTURES"}) {
+        for (const char* number : {"0", "9999"}) {
+            acted_ = false;
+            Boxes.Shown.clear();
+            At(100, [&] { FindNumber(number); });
+            ClickCategory(category);
+            EXPECT_TRUE(acted_);
+            EXPECT_EQ(Boxes.Shown.size(), 1U) << number;
+            EXPECT_EQ(Main().VList[1].Count(), All) << number;
+            EXPECT_EQ(Current(), 1) << "the first of the category, as ever";
+            EXPECT_EQ(SelectedLine(2), 1);
+            EXPECT_EQ(Main().ui.lblCategory.Caption(), "SEARCH");
+            ExpectAtRest();
+            ClickCategory("SOME");
+        }
+    }
+    EXPECT_EQ(FirstWords().substr(0, 5), "Fish ");
 }
 
-TEST_F(EndedFill, AFindByNumberEndsARunningSearch) {
+TEST_F(EndedFill, AFindByNumberDuringASearchShowsItsRecipeAndLetsTheSearchEnd) {
     int countAtFind = 0;
     Later([&] {
         countAtFind = Main().VList[1].Count();
@@ -134,9 +146,29 @@ TEST_F(EndedFill, AFindByNumberEndsARunningSearch) {
     });
     FindWords("fish");
     EXPECT_GT(countAtFind, 0);
-    EXPECT_EQ(Main().VList[1].Count(), countAtFind);
+    EXPECT_LT(countAtFind, All);
+    EXPECT_EQ(Main().VList[1].Count(), All);
     EXPECT_EQ(Current(), 77);
     EXPECT_EQ(FirstWords(), "Fish 77");
+    ExpectAtRest();
+    FindNumber("78");
+    Press(Qt::Key_W, Qt::AltModifier);
+    FindWords("fish");
+    EXPECT_EQ(Current(), 1) << "a later search opens on its first recipe";
+}
+
+TEST_F(EndedFill, AWrongNumberDuringASearchLetsItEndAsEver) {
+    int countAtFind = 0;
+    Later([&] {
+        countAtFind = Main().VList[1].Count();
+        FindNumber("9999");
+    });
+    FindWords("fish");
+    EXPECT_GT(countAtFind, 0);
+    EXPECT_EQ(Boxes.Shown.size(), 1U);
+    EXPECT_EQ(Main().VList[1].Count(), All);
+    EXPECT_EQ(Current(), 1);
+    EXPECT_EQ(FirstWords(), "Fish 1\r");
     ExpectAtRest();
 }
 
@@ -150,7 +182,7 @@ TEST_F(EndedFill, ACancellationBeforeTheFirstScreenfulLeavesNoListHidden) {
 }
 
 TEST_F(EndedFill, TheCategoryIsCompleteWhenItIsClickedAgain) {
-    At(100, [&] { FindNumber("77"); });
+    At(100, [&] { Main().intListTicket.Cancel(); });
     ClickCategory("BIG");
     ASSERT_LT(Main().VList[1].Count(), All);
     ClickCategory("BIG");
