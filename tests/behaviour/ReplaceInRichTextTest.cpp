@@ -94,6 +94,25 @@ TEST_F(Replacing, ANewTextThatHoldsTheOldOneIsNotReplacedAgain) {
     EXPECT_EQ(box.Text(), "Title\r\nsalt cod cod salt cod cod end");
 }
 
+TEST_F(Replacing, ALoneLineEndInTheNewTextCountsAsItStandsInTheBox) {
+    box.SetText("Title\r\ncod, cod end");
+    EXPECT_EQ(Replace("cod", "\n\n\n\ncod"), 2) << "the new text is not searched";
+    EXPECT_EQ(box.Text(), "Title\r\n\r\n\r\n\r\n\r\ncod, \r\n\r\n\r\n\r\ncod end");
+    box.SetText("Title\r\ncod, cod end");
+    EXPECT_EQ(Replace("cod", "\r\r\r\rcod"), 2);
+}
+
+TEST_F(Replacing, AnOccurrenceThatEndsTheGrownOrShrunkTextIsLeftAlone) {
+    box.SetText("Title\r\ncod, cod, cod");
+    EXPECT_EQ(Replace("cod", "a codling"), 2);
+    EXPECT_EQ(box.Text(), "Title\r\na codling, a codling, cod");
+    box.SetText("Title\r\ncod, cod, cod");
+    EXPECT_EQ(Replace("cod", "c"), 2);
+    EXPECT_EQ(box.Text(), "Title\r\nc, c, cod");
+    box.SetText("Title\r\ncod, cod, cod.");
+    EXPECT_EQ(Replace("cod", "c"), 3);
+}
+
 TEST_F(Replacing, AnEmptyTextToFindIsFoundNowhere) {
     box.SetText("Title\r\ncod end");
     EXPECT_EQ(Replace("", "eel"), 0);
