@@ -9,6 +9,8 @@
 #include <QTest>
 #include <QTextEdit>
 #include <QWindow>
+#include <algorithm>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -217,6 +219,42 @@ TEST_F(FindDialog, AnEmptyBoxFindsNothingAndChangesNothing) {
     EXPECT_TRUE(Boxes.Shown.empty());
 }
 
+TEST_F(FindDialog, EveryButtonAndTheTextOfTheCheckBoxClickOnce) {
+    int heard = 0;
+    Main().sound.OnPlay = [&](const std::string&) { ++heard; };
+    const auto clicks = [&](const std::function<void()>& act) {
+        heard = 0;
+        act();
+        return heard;
+    };
+    for (const char* name : {"ibByNum", "ibByWord", "lblChkBox"})
+        EXPECT_EQ(clicks([&] { Click(name); }), 1) << name;
+    EXPECT_EQ(clicks([&] { Click("ibFind"); }), 1) << "with nothing typed";
+    EXPECT_EQ(clicks([&] { Press(Qt::Key_Return); }), 1) << "the same";
+    EXPECT_EQ(clicks([&] { Press(Qt::Key_F, Qt::AltModifier); }), 1);
+    Type("salmon");
+    EXPECT_EQ(clicks([&] { Click("ibFind"); }), 1);
+    EXPECT_EQ(clicks([&] { Press(Qt::Key_Return); }), 1);
+    EXPECT_EQ(clicks([&] { FindNumber("3"); }), 1) << "Alt+N is silent";
+    EXPECT_EQ(clicks([&] {
+                  TypeAnew("");
+                  Press(Qt::Key_Return);
+              }),
+              1)
+        << "no number typed";
+    EXPECT_EQ(clicks([&] { Press(Qt::Key_W, Qt::AltModifier); }), 0);
+    EXPECT_EQ(clicks([&] { Press(Qt::Key_O, Qt::AltModifier); }), 0);
+    EXPECT_EQ(clicks([&] { Click("ibCancel"); }), 1);
+    EXPECT_FALSE(DialogShown());
+}
+
+TEST_F(FindDialog, TheSoundOfFindComesBeforeWhatItDoes) {
+    std::string category;
+    Main().sound.OnPlay = [&](const std::string&) { category = Main().ui.lblCategory.Caption(); };
+    FindWords("salmon");
+    EXPECT_EQ(category, "MY FAVORITES");
+}
+
 TEST_F(FindDialog, LeavingABoxStripsTheFormatsOfWhatWasPasted) {
     PasteBold("salmon");
     Dialog().rtbSearch1.SetSelStart(0);
@@ -238,6 +276,27 @@ TEST_F(FindDialog, ANumberStaysOnTheRightWhenItsBoxIsLeft) {
     Dialog().rtbSearch2.SetSelStart(0);
     EXPECT_EQ(Dialog().rtbSearch2.Text(), "12");
     EXPECT_EQ(Dialog().rtbSearch2.SelAlignment(), RichTextBox::Alignment::Right);
+}
+
+// A dialog that was not there before.
+class NewFindDialog : public SearchBook {
+  protected:
+    void SetUp() override {
+        AddSmallBook();
+        ASSERT_TRUE(StartWithIndex());
+    }
+};
+
+TEST_F(NewFindDialog, ItOpensBesideTheCategoryList) {
+    OpenDialog();
+    const Rectangle list = Main().ui.lvwX1.Place();
+    const auto distance = static_cast<float>(RoundToLong(list.Height / 9));
+    const Rectangle main = Main().ui.window.ClientPlace();
+    const Rectangle place = Dialog().window.Place();
+    const Rectangle screen = Dialog().window.WorkArea();
+    EXPECT_NEAR(place.Left, main.Left + list.Left + distance, TwipsPerPixel);
+    const float lowest = screen.Top + screen.Height - place.Height - 40 * TwipsPerPixel;
+    EXPECT_NEAR(place.Top, std::min(main.Top + list.Top + distance, lowest), TwipsPerPixel);
 }
 
 TEST_F(FindDialog, OpensANinthOfTheCategoryListInsideItsCorner) {
