@@ -116,24 +116,33 @@ std::int32_t RecipeWriter::PositionForAppending(int textNumber) {
 void RecipeWriter::AddCategoryTo_YDB_IND(const std::string& strTitleTXT,
                                          const std::string& strCategoryD_RTF) {
     using namespace filenumber;
-    const std::int64_t entry = files_.Length(CatDIndex) / 4 + 1;
-    files_.Close(CatD);
+    const std::int64_t entries = files_.Length(CatDIndex) / 4;
+    std::int64_t textLength = 0;
+    // Closing fails for no reason that matters: what counts has been flushed by then.
+    const auto close = [&] { Ignoring([&] { files_.Close(CatD); }); };
+    close();
     try {
         files_.Open(CatD, paths_.strCatDFile, FileMode::Append);
+        textLength = files_.Length(CatD);
         const std::int32_t position = PositionForAppending(CatD);
         files_.WriteLine(CatD, strTitleTXT);
         files_.WriteLine(CatD, strCategoryD_RTF);
         files_.WriteLine(CatD, "");
         files_.WriteLine(CatD, recordEnd);
         files_.Flush(CatD);
-        files_.WriteRecord(CatDIndex, entry, position);
+        files_.WriteRecord(CatDIndex, entries + 1, position);
         files_.Flush(CatDIndex);
-        files_.Close(CatD);
     } catch (const Failure&) {
-        Ignoring([&] { files_.Close(CatD); });
+        // The entry goes first: one without its text would be worse than text without an entry.
+        Ignoring([&] {
+            files_.SetLength(CatDIndex, entries * 4);
+            files_.SetLength(CatD, textLength);
+        });
+        close();
         Ignoring([&] { files_.Open(CatD, paths_.strCatDFile, FileMode::Input); });
         throw;
     }
+    close();
     files_.Open(CatD, paths_.strCatDFile, FileMode::Input);
 }
 

@@ -34,7 +34,7 @@ class RecipeWriter {
                       std::int16_t XYDBFileNum, std::int16_t XINDFileNum);
 
     // Appends a category description to files 3 and 4, which are open before and after. Any
-    // failure reaches the caller.
+    // failure reaches the caller; the description is not there then.
     void AddCategoryTo_YDB_IND(const std::string& strTitleTXT, const std::string& strCategoryD_RTF);
 
     // The lines up to the next "\yyk", each with a CR behind it, and where they began. A tail

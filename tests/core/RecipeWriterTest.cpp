@@ -2,6 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <filesystem>
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "platform/Failure.h"
 #include "support/DataFolder.h"
 #include "support/DiskLimit.h"
@@ -162,13 +169,88 @@ TEST_F(RecipeWriterTest, AFailureBetweenTextAndIndexTakesTheTextBack) {
 TEST_F(RecipeWriterTest, AFullDiskIsToldAndCostsNoOtherRecipe) {
     Start();
     writer.AddRecipeTo_YDB_IND("One", "1", 21, 22);
+    bool torn = false;
+    data.Files.Watch([&](const NumberedFiles::Access& access) {
+        torn = torn || (access.Kind == "write" && access.Number == 21);
+    });
     {
-        const test::DiskLimit limit(100);
-        writer.AddRecipeTo_YDB_IND("Big", std::string(1000, 'x'), 21, 22);
+        const test::DiskLimit limit(500);  // enough for the journal
+        EXPECT_FALSE(
+            writer.AddRecipeTo_YDB_IND("Big", "{\\rtf1 " + std::string(1000, 'x') + "}", 21, 22));
     }
+    data.Files.Watch(nullptr);
+    EXPECT_TRUE(torn);
     EXPECT_EQ(messages, std::vector<std::string>{"Error adding recipe.\nDisk full"});
     EXPECT_EQ(store.TotalNumRecords, 3);
     EXPECT_EQ(store.GetRecipeTitle(3), "One");
+    EXPECT_EQ(store.GetRecipeRTF(3), "1");
+    EXPECT_EQ(store.GetRecipeRTF(2), "{\\rtf1 Eel Stew}");
+    EXPECT_TRUE(writer.AddRecipeTo_YDB_IND("Two", "2", 21, 22));
+    EXPECT_EQ(store.TotalNumRecords, 4);
+    EXPECT_EQ(store.GetRecipeTitle(4), "Two");
+    EXPECT_EQ(store.GetRecipeRTF(4), "2");
+    EXPECT_EQ(Custom(), "One\r\n1\r\nTwo\r\n2\r\n");
+    EXPECT_EQ(CustomIndex(), IndexBytes({1, 9}));
+}
+
+// How often the outside fails: once, or for as long as the recipe is being added.
+class LastStepsTest : public RecipeWriterTest, public testing::WithParamInterface<bool> {
+  protected:
+    void FailAtLastStep(const std::string& kind, int number) {
+        data.Files.Watch([=, this, failed = false](const NumberedFiles::Access& access) mutable {
+            if (access.Kind != kind || access.Number != number || (failed && GetParam())) return;
+            failed = true;
+            ++failures_;
+            throw Failure(failure::DeviceError, "test");
+        });
+    }
+    int failures_ = 0;
+};
+
+INSTANTIATE_TEST_SUITE_P(Failing, LastStepsTest, testing::Values(true, false),
+                         [](const auto& once) {
+                             return once.param ? "Once" : "ForAsLongAsItLasts";
+                         });
+
+TEST_P(LastStepsTest, AnAddThatFailsThereLeavesNumberAndEntryInStep) {
+    Start();
+    std::int32_t total = store.TotalNumRecords;
+    const std::pair<const char*, int> steps[] = {
+        {"flush", 21}, {"flush", 22}, {"write", 22}, {"close", 21}, {"close", 22}};
+    for (const auto& [kind, number] : steps) {
+        SCOPED_TRACE(std::string(kind) + " " + std::to_string(number));
+        failures_ = 0;
+        FailAtLastStep(kind, number);
+        if (writer.AddRecipeTo_YDB_IND("First", "1", 21, 22)) ++total;
+        EXPECT_GT(failures_, 0);
+        data.Files.Watch(nullptr);
+        EXPECT_EQ(store.TotalNumRecords, total);
+        ASSERT_TRUE(writer.AddRecipeTo_YDB_IND("Second", "2", 21, 22));
+        ++total;
+        EXPECT_EQ(store.TotalNumRecords, total);
+        EXPECT_EQ(CustomIndex().size(),
+                  static_cast<std::size_t>(4 * (total - store.OriginalNumRecords)));
+        EXPECT_EQ(store.GetRecipeTitle(total), "Second");
+        EXPECT_EQ(store.GetRecipeRTF(total), "2");
+        store.OpenYDB_IND_Normal();
+        store.RecalculateTotalRecipes();
+        EXPECT_EQ(store.TotalNumRecords, total) << "as at the next start";
+    }
+}
+
+TEST_F(RecipeWriterTest, ARecipeBeyondTheLastPositionIsRefusedWithNothingWritten) {
+    data.Folder.Write("Data/Custom Recipes.ydb", "One\r\n1\r\n");
+    data.Folder.Write("Data/Custom Recipes Index.ind", IndexBytes({1}));
+    const std::string text = data.Folder.Native("Data/Custom Recipes.ydb");
+    const std::uintmax_t full = std::numeric_limits<std::int32_t>::max();
+    std::filesystem::resize_file(text, full);  // takes up no room on the disk
+    Start();
+    EXPECT_FALSE(writer.AddRecipeTo_YDB_IND("Two", "2", 21, 22));
+    EXPECT_EQ(messages, std::vector<std::string>{"Error adding recipe.\nOverflow"});
+    EXPECT_EQ(std::filesystem::file_size(text), full);
+    EXPECT_EQ(CustomIndex(), IndexBytes({1}));
+    EXPECT_EQ(store.TotalNumRecords, 3);
+    EXPECT_FALSE(data.Folder.Exists("Data/Recipes Temp.ydb"));
 }
 
 TEST_F(RecipeWriterTest, AJournalReachesTheDiskBeforeARecipeIsAdded) {
@@ -226,6 +308,62 @@ TEST_F(RecipeWriterTest, AFailedDescriptionReachesTheCallerAndTheOthersStayReada
                   writer.AddCategoryTo_YDB_IND("COD", "x");
               }),
               failure::BadFileNumber);
+}
+
+TEST_F(RecipeWriterTest, TheTextOfADescriptionReachesTheDiskBeforeItsEntry) {
+    data.Folder.Write("Data/CategyD.ydb", "");
+    store.OpenCategoryDescriptions();
+    std::vector<std::string> log;
+    data.Files.Watch([&](const NumberedFiles::Access& access) {
+        if (access.Kind != "write" && access.Kind != "flush") return;
+        const std::string step = std::string(access.Kind) + " " + std::to_string(access.Number);
+        if (log.empty() || log.back() != step) log.push_back(step);
+    });
+    writer.AddCategoryTo_YDB_IND("BASS", "{\\rtf1 Bass}");
+    EXPECT_EQ(log, (std::vector<std::string>{"write 3", "flush 3", "write 4", "flush 4"}));
+}
+
+TEST_F(RecipeWriterTest, ADescriptionThatFailsIsNotThereAndTheNextOneStandsInItsPlace) {
+    const std::pair<const char*, int> steps[] = {
+        {"open", 3}, {"write", 3}, {"flush", 3}, {"write", 4}, {"flush", 4}};
+    for (const auto& [kind, number] : steps) {
+        SCOPED_TRACE(std::string(kind) + " " + std::to_string(number));
+        data.Files.CloseAll();
+        data.Folder.Write("Data/CategyD.ydb", "BASS\r\n1\r\n\r\n\\yyk\r\n");
+        data.Folder.Write("Data/CategyD Index.ind", IndexBytes({1}));
+        store.OpenCategoryDescriptions();
+        FailAt(kind, number, failure::DeviceError);
+        EXPECT_EQ(Ignoring([&] { writer.AddCategoryTo_YDB_IND("LOST", "x"); }),
+                  failure::DeviceError);
+        data.Files.Watch(nullptr);
+        EXPECT_EQ(data.Folder.Read("Data/CategyD.ydb"), "BASS\r\n1\r\n\r\n\\yyk\r\n");
+        EXPECT_EQ(data.Folder.Read("Data/CategyD Index.ind"), IndexBytes({1}));
+        writer.AddCategoryTo_YDB_IND("COD", "2");
+        EXPECT_EQ(data.Folder.Read("Data/CategyD Index.ind"), IndexBytes({1, 18}));
+        EXPECT_EQ(store.GetCatTitle(1), "BASS");
+        EXPECT_EQ(store.GetCatTitle(2), "COD");
+    }
+}
+
+TEST_F(RecipeWriterTest, ACloseThatFailsCostsNoDescription) {
+    data.Folder.Write("Data/CategyD.ydb", "");
+    store.OpenCategoryDescriptions();
+    FailAt("close", 3, failure::DeviceError);
+    writer.AddCategoryTo_YDB_IND("BASS", "{\\rtf1 Bass}");
+    data.Files.Watch(nullptr);
+    EXPECT_EQ(data.Folder.Read("Data/CategyD Index.ind"), IndexBytes({1}));
+    EXPECT_EQ(store.GetCatTitle(1), "BASS");
+}
+
+TEST_F(RecipeWriterTest, ADescriptionBeyondTheLastPositionIsRefusedWithNothingWritten) {
+    data.Folder.Write("Data/CategyD.ydb", "");
+    const std::string text = data.Folder.Native("Data/CategyD.ydb");
+    const std::uintmax_t full = std::numeric_limits<std::int32_t>::max();
+    std::filesystem::resize_file(text, full);
+    store.OpenCategoryDescriptions();
+    EXPECT_EQ(Ignoring([&] { writer.AddCategoryTo_YDB_IND("BASS", "x"); }), failure::Overflow);
+    EXPECT_EQ(std::filesystem::file_size(text), full);
+    EXPECT_EQ(data.Folder.Read("Data/CategyD Index.ind"), "");
 }
 
 // Records between separator lines
