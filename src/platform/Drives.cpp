@@ -108,12 +108,22 @@ std::vector<Drive> SystemDrives::List() {
     AddMountedDiscs(discs, mounts_);
 
     std::vector<Drive> drives = {{'C', Drive::Fixed, "/"}};
-    char letter = 'D';
     for (const auto& [device, mountPoint] : discs) {
-        if (letter > 'Z') break;
-        drives.push_back({letter++, Drive::CdRom, mountPoint});
+        const char letter = LetterOf(device);
+        if (letter <= 'Z') drives.push_back({letter, Drive::CdRom, mountPoint});
     }
+    std::sort(drives.begin(), drives.end(),
+              [](const Drive& a, const Drive& b) { return a.DriveLetter < b.DriveLetter; });
     return drives;
+}
+
+// Beyond Z for a device that comes when all letters are given.
+char SystemDrives::LetterOf(const std::string& device) {
+    const auto known = letters_.find(device);
+    if (known != letters_.end()) return known->second;
+    const auto next = static_cast<char>('D' + letters_.size());
+    if (next <= 'Z') letters_.emplace(device, next);
+    return next;
 }
 
 }  // namespace larder

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -26,7 +27,9 @@ class Drives {
 
 // The drives of a Linux system: C is the root; every optical drive (sr0, sr1 ...), and every disc
 // image (ISO 9660, UDF) that is mounted from a file (loop0 ...), gets a letter from D on, in the
-// order of their devices. A memory stick is no disc, whatever file system was written to it.
+// order of their devices. A device keeps its letter for as long as this object lives, also while it
+// is gone, because the paths of the program begin with that letter; one that comes later gets the
+// next letter. A memory stick is no disc, whatever file system was written to it.
 class SystemDrives : public Drives {
   public:
     // The two tables of the system; a test gives files of its own.
@@ -35,8 +38,11 @@ class SystemDrives : public Drives {
     std::vector<Drive> List() override;
 
   private:
+    char LetterOf(const std::string& device);
+
     std::string mounts_;
     std::string blockDevices_;
+    std::map<std::string, char> letters_;  // device -> its letter
 };
 
 }  // namespace larder

@@ -25,12 +25,23 @@ class DrivesOfAMachine : public testing::Test {
     std::vector<Drive> List() {
         return SystemDrives((folder_ / "mounts").string(), (folder_ / "block").string()).List();
     }
+    // What a drive list of the whole run says where each letter leads: "D=/one E=".
+    std::string LettersInThisRun() {
+        std::string letters;
+        for (const Drive& drive : run_.List()) {
+            if (drive.DriveType != Drive::CdRom) continue;
+            if (!letters.empty()) letters += ' ';
+            letters += std::string(1, drive.DriveLetter) + "=" + drive.MountPoint;
+        }
+        return letters;
+    }
 
   private:
     std::filesystem::path folder_ =
         std::filesystem::temp_directory_path() /
         ("larder-drives-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
          "-" + std::to_string(reinterpret_cast<std::uintptr_t>(this)));
+    SystemDrives run_{(folder_ / "mounts").string(), (folder_ / "block").string()};
 };
 
 TEST_F(DrivesOfAMachine, TheRootIsTheFixedDriveC) {
@@ -119,6 +130,35 @@ TEST_F(DrivesOfAMachine, LettersEndAtZ) {
     const auto drives = List();
     ASSERT_EQ(drives.size(), 24U);
     EXPECT_EQ(drives.back().DriveLetter, 'Z');
+}
+
+TEST_F(DrivesOfAMachine, ADriveKeepsItsLetterWhenAnotherImageIsMounted) {
+    Mounts("/dev/loop5 /cookbook iso9660 ro 0 0\n");
+    EXPECT_EQ(LettersInThisRun(), "D=/cookbook");
+    Mounts("/dev/loop5 /cookbook iso9660 ro 0 0\n/dev/loop2 /other udf ro 0 0\n");
+    EXPECT_EQ(LettersInThisRun(), "D=/cookbook E=/other");
+    Device("sr0");
+    EXPECT_EQ(LettersInThisRun(), "D=/cookbook E=/other F=");
+}
+
+TEST_F(DrivesOfAMachine, ADriveKeepsItsLetterWhenAnotherImageIsUnmounted) {
+    const std::string cookbook = "/dev/loop5 /cookbook iso9660 ro 0 0\n";
+    Mounts("/dev/loop2 /other udf ro 0 0\n" + cookbook);
+    EXPECT_EQ(LettersInThisRun(), "D=/other E=/cookbook");
+    Mounts(cookbook);
+    EXPECT_EQ(LettersInThisRun(), "E=/cookbook");
+    Mounts("/dev/loop3 /third udf ro 0 0\n" + cookbook);
+    EXPECT_EQ(LettersInThisRun(), "E=/cookbook F=/third");
+}
+
+TEST_F(DrivesOfAMachine, ADriveThatComesBackHasTheLetterThatItHad) {
+    const std::string other = "/dev/loop2 /other udf ro 0 0\n";
+    Mounts(other + "/dev/loop5 /cookbook iso9660 ro 0 0\n");
+    LettersInThisRun();
+    Mounts(other);
+    LettersInThisRun();
+    Mounts(other + "/dev/loop5 /again iso9660 ro 0 0\n");
+    EXPECT_EQ(LettersInThisRun(), "D=/other E=/again");
 }
 
 TEST_F(DrivesOfAMachine, BrokenTablesGiveTheFixedDriveAlone) {
