@@ -4,6 +4,22 @@
 
 namespace larder {
 
+namespace {
+
+// A question is up for as long as this lives.
+class Asking {
+  public:
+    explicit Asking(int& questions) : questions_(questions) { ++questions_; }
+    ~Asking() { --questions_; }
+    Asking(const Asking&) = delete;
+    Asking& operator=(const Asking&) = delete;
+
+  private:
+    int& questions_;
+};
+
+}  // namespace
+
 frmMain::frmMain(Application& application, Dialogs& theDialogs, Drives& theDrives)
     : app(application),
       dialogs(theDialogs),
@@ -24,6 +40,8 @@ bool frmMain::Load() {
     try {
         if (!startUp.Run()) return false;
     } catch (const Failure& f) {
+        // A window without its content would look as if one could go on.
+        ui.window.Hide();
         dialogs.MessageBox("Tidewell Larder can't start.\n" + f.Description, Dialogs::Buttons::Ok,
                            Dialogs::Icon::Critical, "Tidewell Larder");
         exitStatus_ = 1;
@@ -73,8 +91,13 @@ void frmMain::ReportRecipesFound(const std::string& append) {
 
 bool frmMain::AskOkCancel(const std::string& text) {
     if (unloaded_) return false;  // a fill that is just ending; nobody is there to answer
-    const auto answer = dialogs.MessageBox(text, Dialogs::Buttons::OkCancel,
-                                           Dialogs::Icon::Exclamation, "Tidewell Larder");
+    Dialogs::Answer answer{};
+    {
+        const Asking asking(questions_);
+        answer = dialogs.MessageBox(text, Dialogs::Buttons::OkCancel, Dialogs::Icon::Exclamation,
+                                    "Tidewell Larder");
+    }
+    if (!unloaded_) layout.RefillPutOff();
     if (answer != Dialogs::Answer::Ok) return false;
     startUp.MapDiscs();
     return true;

@@ -65,6 +65,9 @@ class frmMain final : private GrowingListObserver, private DiscQuestion {
     // Asks the user for the disc. True for OK: the drives have been looked at anew by then, because
     // a disc may come back at another place. A closed window asks nothing.
     bool AskOkCancel(const std::string& text) override;
+    // AskOkCancel waits for its answer. Events run meanwhile, and must read nothing from the disc:
+    // that would ask for it again.
+    bool QuestionUp() const { return questions_ > 0; }
 
     Application& app;
     Dialogs& dialogs;
@@ -124,6 +127,7 @@ class frmMain final : private GrowingListObserver, private DiscQuestion {
 
     std::ofstream objLogFile;
     int exitStatus_ = 0;
+    int questions_ = 0;  // AskOkCancel in AskOkCancel
     bool unloaded_ = false;
 };
 

@@ -5,6 +5,13 @@
 
 namespace larder {
 
+WindowLayout::WindowLayout(frmMain& hub) : main(hub) {
+    tmrRefill_.OnTimer = [this] {
+        tmrRefill_.SetEnabled(false);
+        RefillLists();
+    };
+}
+
 void WindowLayout::InitResize() {
     const Rectangle& ground = main.ui.imgBackGroundMain.Place();
     sngAspect = ground.Height / ground.Width;
@@ -57,9 +64,16 @@ void WindowLayout::CountLines() {
 }
 
 void WindowLayout::RefillLists() {
+    booRefillPutOff_ = main.QuestionUp();
+    if (booRefillPutOff_) return;
     for (const std::int16_t index : {std::int16_t{1}, std::int16_t{2}}) {
         main.lists.Refill(index);
     }
+}
+
+// Not at once: the read that has asked is still under way, and may ask again.
+void WindowLayout::RefillPutOff() {
+    if (booRefillPutOff_ && !main.QuestionUp()) tmrRefill_.SetEnabled(true);
 }
 
 void WindowLayout::PlaceRtbRes() {

@@ -5,6 +5,7 @@
 
 #include "lists/PossitionItem.h"
 #include "platform/Control.h"
+#include "platform/Timer.h"
 
 namespace larder {
 
@@ -15,13 +16,15 @@ class RichTextBox;
 // resize works all places out anew from those records.
 class WindowLayout {
   public:
-    explicit WindowLayout(frmMain& hub) : main(hub) {}
+    explicit WindowLayout(frmMain& hub);
 
     // Records every control's design place. To be called once, before anything is moved.
     void InitResize();
     // Lays the window out for its present client area: places, fonts, and both lists filled for
-    // the lines that now fit.
+    // the lines that now fit. While a question for the disc is up, the lists wait for RefillPutOff.
     void ResizeIt();
+    // Fills the lists that ResizeIt has left as they were, as soon as events run.
+    void RefillPutOff();
 
     // Puts the text box on the place of a recipe.
     void PlaceRtbRes();
@@ -44,6 +47,8 @@ class WindowLayout {
     std::vector<PossitionItem> colDesignRects;
     float xRatio_ = 1;  // design width by present width
     float yRatio_ = 1;
+    bool booRefillPutOff_ = false;
+    Timer tmrRefill_{0};
 };
 
 }  // namespace larder

@@ -365,6 +365,23 @@ TEST_F(StartUpTest, AMissingRecipeIndexIsCreatedEmpty) {
     EXPECT_EQ(Folder.Read("Data/Recipes Index.ind"), "");
 }
 
+TEST_F(StartUpTest, AFatalFailureIsToldWithNoWindowBehindTheBox) {
+    Book.WriteTo(Folder);
+    application->StartAgain(Folder.Native(), "");
+    frmMain main(*application, Boxes, Machine);
+    main.files.Watch([&](const NumberedFiles::Access& access) {
+        if (!access.Path.ends_with("Categories.ctg")) return;
+        main.ui.window.Show();
+        throw Failure(failure::DeviceError, std::string(access.Path), "Broken");
+    });
+    bool behindTheBox = true;
+    Boxes.Then(Dialogs::Answer::Ok, [&] { behindTheBox = main.ui.window.Visible(); });
+    EXPECT_FALSE(main.Load());
+    ASSERT_EQ(Boxes.Shown.size(), 1U);
+    EXPECT_FALSE(behindTheBox);
+    EXPECT_EQ(main.ExitStatus(), 1);
+}
+
 TEST_F(StartUpTest, MissingCategoriesAreFatalAndNamed) {
     Book.WriteTo(Folder);
     Folder.Delete("Data/Categories.ctg");
