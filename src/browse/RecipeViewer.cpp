@@ -77,8 +77,16 @@ bool RecipeViewer::ShowRecipe(std::int32_t RecipeNum) {
         // The text of the recipe before must not come back with the next layout of the window.
         rtb.SetVisible(false);
         Modified = false;
+        OfferBothViews();
         return false;
     }
+}
+
+// While neither the text nor the picture is on the screen.
+void RecipeViewer::OfferBothViews() {
+    if (lngCurrentRecipe < 1) return;
+    main.screen.NormRecipeButton();
+    if (booRecipeHasPicture) main.screen.NormPhotoButton();
 }
 
 void RecipeViewer::LeaveOtherModes() {

@@ -46,6 +46,7 @@ class RecipeViewer {
     void FillText(RichTextBox& rtb);
     void ColorSearchWords(RichTextBox& rtb);
     void LeaveOtherModes();
+    void OfferBothViews();
     void PopUpMenuFor(std::int32_t number);
     void SetMenuEntries(std::int32_t number);
     void OpenLine(const ListItem& Item);

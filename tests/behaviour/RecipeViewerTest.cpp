@@ -184,6 +184,30 @@ TEST_F(Viewer, ARecipeThatCannotBeShownLeavesNoOtherOnTheScreenAfterAResize) {
     EXPECT_FALSE(Box().Visible() && Box().Place().Left < Main().ui.window.ClientWidth());
 }
 
+TEST_F(Viewer, ARecipeThatCannotBeShownOffersItsPictureAgain) {
+    Main().files.Watch([](const NumberedFiles::Access& access) {
+        if (access.Kind == "read" && access.Number == 1) throw Failure(63, "damaged");
+    });
+    It().SetCurrentRecipe(2);
+    Main().screen.DimPhotoButton();  // as while the picture is on the screen
+    Main().ui.frPic.SetVisible(true);
+    ASSERT_FALSE(It().ShowRecipe(-1));
+    EXPECT_FALSE(Main().ui.frPic.Visible());
+    EXPECT_FALSE(Box().Visible());
+    EXPECT_EQ(Main().ui.ibPhotoButton.ButtonState(), ImageButton::Up);
+    EXPECT_EQ(Main().ui.ibRecipeButton.ButtonState(), ImageButton::Up);
+}
+
+TEST_F(Viewer, ATextThatCannotBeShownAgainIsOfferedAgain) {
+    ASSERT_TRUE(It().ShowRecipe(1));
+    Main().files.Watch([](const NumberedFiles::Access& access) {
+        if (access.Kind == "read" && access.Number == 1) throw Failure(63, "damaged");
+    });
+    ASSERT_FALSE(It().ShowRecipe(-1));
+    EXPECT_EQ(Main().ui.ibRecipeButton.ButtonState(), ImageButton::Up);
+    EXPECT_EQ(Main().ui.ibPhotoButton.ButtonState(), ImageButton::Disabled) << "it has no picture";
+}
+
 TEST_F(Viewer, ADeletedRecipeIsToldInTheText) {
     EXPECT_TRUE(It().ShowRecipe(4));
     EXPECT_EQ(Box().Text(),
@@ -308,7 +332,12 @@ TEST_F(Viewer, TheFirstOccurrenceOfEachWordIsBlue) {
     EXPECT_EQ(ColorOf("salt", 1), FoundColor);
     EXPECT_EQ(ColorOf("salt", 2), plain);
     EXPECT_EQ(ColorOf("pepper"), plain);
-    EXPECT_EQ(Box().SelStart() >= 0, true);
+}
+
+TEST_F(Viewer, AfterColouringTheTextStandsAtItsBeginning) {
+    ShowWithWords("cod salt");
+    EXPECT_EQ(Box().SelStart(), 0);
+    EXPECT_EQ(Box().SelLength(), 0);
 }
 
 TEST_F(Viewer, AWordThatIsOnlyInTheTitleIsNotColoured) {
