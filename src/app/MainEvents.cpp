@@ -34,8 +34,11 @@ void MainEvents::ConnectWindow() {
     };
     window.OnUnload = [this] { main.Unload(); };
     main.instance.OnSecondStart = [this] { main.ui.window.BringToFront(); };
-    // Drawing the icon in all its sizes can wait until the cook sees the window.
-    window.OnFirstPaint = [this] { main.ui.window.SetIcon("tidewell-larder"); };
+    // What can wait until the cook sees the window.
+    window.OnFirstPaint = [this] {
+        main.ui.window.SetIcon("tidewell-larder");  // is drawn in all its sizes
+        main.ownRecipes.DeleteUnfinishedCopies();   // looks through a folder of any length
+    };
 }
 
 void MainEvents::ConnectButtons() {

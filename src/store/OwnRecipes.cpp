@@ -1,6 +1,9 @@
 #include "store/OwnRecipes.h"
 
+#include <string_view>
+
 #include "app/frmMain.h"
+#include "platform/FolderNames.h"
 #include "store/FileNumbers.h"
 
 namespace larder {
@@ -20,6 +23,14 @@ std::string FirstFilledLine(const std::string& text) {
     return start == std::string::npos ? std::string() : UpToLineEnd(text, start);
 }
 
+// "12.jpg.new": what CopyFile writes beside the picture of a recipe.
+bool IsUnfinishedCopy(const std::string& name) {
+    const std::size_t digits = name.find_first_not_of("0123456789");
+    if (digits == 0 || digits == std::string::npos) return false;
+    const std::string_view ending = std::string_view(name).substr(digits);
+    return ending == ".jpg.new" || ending == ".bmp.new" || ending == ".gif.new";
+}
+
 }  // namespace
 
 OwnRecipes::OwnRecipes(frmMain& hub)
@@ -33,6 +44,13 @@ void OwnRecipes::SettleLastRun() {
         writer_.Journal.SettleLastRun();
     } catch (const Failure& f) {
         ShowError("The last change of a recipe can't be finished.\n" + f.Description);
+    }
+}
+
+void OwnRecipes::DeleteUnfinishedCopies() {
+    for (const std::string& name : NamesIn(main.objFSO.Native(main.paths.strPhotosPath))) {
+        if (!IsUnfinishedCopy(name)) continue;
+        Ignoring([&] { main.files.Delete(main.paths.strPhotosPath + name); });
     }
 }
 
@@ -79,6 +97,7 @@ void OwnRecipes::DeleteRecipe(std::int32_t RecipeNum, bool OnlyCustom, bool Sile
     const bool noneLeft = now < 1 && current >= 1;
     if (now != RecipeNum && !noneLeft) return;
     main.viewer.SetCurrentRecipe(-1);
+    main.ui.frPic.SetVisible(false);
     main.ui.rtbSee.SetText("");
     main.viewer.Modified = false;  // emptied by program
 }

@@ -22,6 +22,10 @@ class OwnRecipes final : private UpdateSurroundings {
     // succeeds.
     void SettleLastRun();
 
+    // Deletes the copies of pictures that a run before was killed over. Nothing reads them; they
+    // take up room beside the picture until the same recipe gets another one.
+    void DeleteUnfinishedCopies();
+
     // Stores the recipe that stands in the editor as a new one, makes it a favourite and shows it.
     // Its title is the first line of the title box that has a character. False when there is none,
     // or when it could not be written (told): nothing else is touched then.

@@ -228,6 +228,21 @@ TEST_F(OwnRecipesTest, DeletingTheOnlyRecipeOfTheListEmptiesTheText) {
     EXPECT_FALSE(Main().viewer.Modified);
 }
 
+TEST_F(OwnRecipesTest, DeletingTheLastRecipeTakesItsPictureOffTheScreen) {
+    Main().favorites.RemoveFromFavorites(6);
+    Main().favorites.RemoveFromFavorites(9);
+    ASSERT_EQ(ShownNumbers(), (std::vector<int>{8}));
+    Main().pictureView.ShowCurRecipePicture();
+    ASSERT_EQ(Main().viewer.CurrentRecipe(), 8);
+    ASSERT_TRUE(Main().ui.frPic.Visible());
+    Boxes.Then(Dialogs::Answer::Ok);
+    It().DeleteRecipe(8, true, false);
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), -1);
+    EXPECT_FALSE(Main().ui.frPic.Visible());
+    Main().layout.ResizeIt();
+    EXPECT_FALSE(Main().ui.frPic.Visible());
+}
+
 TEST_F(OwnRecipesTest, DeletingARecipeOnViewThatTheListDoesNotHoldEmptiesTheText) {
     Select(9);
     ASSERT_EQ(Main().viewer.CurrentRecipe(), 9);
@@ -303,6 +318,31 @@ TEST_F(OwnRecipesTest, AChangeThatWasCutOffIsTakenBackBeforeTheFirstScreen) {
     EXPECT_EQ(Folder.Read("Data/Custom Recipes.ydb"), own);
     EXPECT_FALSE(Folder.Exists("Data/Recipes Temp.ydb"));
     EXPECT_EQ(Total(), "8");
+}
+
+TEST_F(OwnRecipesTest, CopiesOfPicturesThatARunLeftUnfinishedAreGoneSoonAfterTheStart) {
+    const std::string photos = "Data/Food Photos/";
+    for (const char* left : {"6.jpg.new", "8.bmp.new", "9.gif.new"})
+        Folder.Write(photos + left, "half a picture");
+    const char* const others[] = {"8.new", "jpg.new", ".jpg.new", "8.txt.new", "my8.jpg.new"};
+    for (const char* other : others)
+        Folder.Write(photos + other, "the user's");
+    ASSERT_TRUE(Restart());
+    EXPECT_TRUE(WaitUntil([&] { return !Folder.Exists(photos + "9.gif.new"); }));
+    EXPECT_FALSE(Folder.Exists(photos + "6.jpg.new"));
+    EXPECT_FALSE(Folder.Exists(photos + "8.bmp.new"));
+    EXPECT_TRUE(Folder.Exists(photos + "8.jpg"));
+    for (const char* other : others)
+        EXPECT_TRUE(Folder.Exists(photos + other)) << other;
+    EXPECT_TRUE(Boxes.Shown.empty());
+}
+
+TEST_F(OwnRecipesTest, WithoutAFolderOfPicturesNothingIsMissed) {
+    Folder.Delete("Data/Food Photos/8.jpg");
+    Folder.Delete("Data/Food Photos");
+    It().DeleteUnfinishedCopies();
+    EXPECT_FALSE(Folder.Exists("Data/Food Photos"));
+    EXPECT_TRUE(Boxes.Shown.empty());
 }
 
 TEST_F(OwnRecipesTest, AChangeThatCannotBeTakenBackIsToldWithItsFileAndTheProgramGoesOn) {
