@@ -47,6 +47,28 @@ class AButton : public test::ShownWindow {
         button_.SetDesign(design);
     }
 
+    // On the green picture.
+    void ShowCaption(const Font& font, std::int32_t color) {
+        ImageButton::Design design;
+        design.Image = Plain(Green);
+        design.Caption = "Assign";
+        design.CaptionFont = font;
+        design.ForColor = color;
+        button_.SetDesign(design);
+        Show();
+    }
+    // The place of all that is not the picture.
+    QRect Caption() {
+        const QImage look = Look(button_);
+        QRect place;
+        for (int y = 0; y < look.height(); ++y) {
+            for (int x = 0; x < look.width(); ++x) {
+                if (look.pixel(x, y) != Green) place |= QRect(x, y, 1, 1);
+            }
+        }
+        return place;
+    }
+
     QRgb Colour() { return Look(button_).pixel(50, 5); }
     QWidget* Native() { return button_.Native(); }
     QPoint Inside() { return Native()->rect().center(); }
@@ -123,22 +145,37 @@ TEST_F(AButton, AnOpaquePictureLosesItsGroundColourWhenTransparent) {
 }
 
 TEST_F(AButton, DrawsItsCaptionInTheMiddle) {
-    Design(true);
-    Show();
-    const QImage without = Look(button_);
-    button_.SetCaption("Assign");
-    const QImage with = Look(button_);
-    int left = 100;
-    int right = 0;
-    for (int y = 0; y < with.height(); ++y) {
-        for (int x = 0; x < with.width(); ++x) {
-            if (with.pixel(x, y) == without.pixel(x, y)) continue;
-            left = std::min(left, x);
-            right = std::max(right, x);
+    ShowCaption({}, 0);
+    const QRect caption = Caption();
+    ASSERT_FALSE(caption.isEmpty());
+    EXPECT_NEAR(caption.left(), 99 - caption.right(), 3);
+    EXPECT_NEAR(caption.top(), 39 - caption.bottom(), 5);
+}
+
+TEST_F(AButton, DrawsItsCaptionInItsFont) {
+    ShowCaption({Font::Family::Sans, 8, false, false}, 0);
+    const QRect small = Caption();
+    ShowCaption({Font::Family::Sans, 16, false, false}, 0);
+    const QRect large = Caption();
+    ASSERT_FALSE(small.isEmpty());
+    EXPECT_GT(large.height(), small.height() * 3 / 2);
+    EXPECT_GT(large.width(), small.width() * 3 / 2);
+    ShowCaption({Font::Family::Sans, 16, true, false}, 0);
+    EXPECT_GT(Caption().width(), large.width()) << "bold";
+}
+
+TEST_F(AButton, DrawsItsCaptionInItsColour) {
+    for (const std::int32_t color : {0x0000FF, 0xFF0000}) {  // red, blue
+        ShowCaption({Font::Family::Sans, 20, true, false}, color);
+        const QRgb expected = color == 0x0000FF ? 0xFFFF0000 : 0xFF0000FF;
+        const QImage look = Look(button_);
+        int strokes = 0;
+        for (int y = 0; y < look.height(); ++y) {
+            for (int x = 0; x < look.width(); ++x)
+                strokes += look.pixel(x, y) == expected ? 1 : 0;
         }
+        EXPECT_GT(strokes, 10) << color;
     }
-    EXPECT_LT(left, right);
-    EXPECT_NEAR(left, 99 - right, 3);
 }
 
 TEST_F(AButton, PressingAndReleasingItGivesDownUpAndClick) {

@@ -276,17 +276,35 @@ TEST_F(MainEventsTest, TheStarAddsTheCurrentRecipeToTheFavourites) {
     EXPECT_EQ(ShownNumbers(), (std::vector<int>{4, 5}));
 }
 
-TEST_F(MainEventsTest, TheSortPicturesSortTheLinesAndAShownPressIsTakenBack) {
+TEST_F(MainEventsTest, ASortPictureShowsThatItIsPressed) {
     ASSERT_TRUE(Start());
     const auto normal = Ui().imgSortByNum.Shown().Shared();
     QTest::mousePress(Widget("imgSortByNum"), Qt::LeftButton);
     EXPECT_NE(Ui().imgSortByNum.Shown().Shared(), normal);
     QTest::mouseRelease(Widget("imgSortByNum"), Qt::LeftButton);
     EXPECT_EQ(Ui().imgSortByNum.Shown().Shared(), normal);
-    EXPECT_EQ(ShownNumbers(), (std::vector<int>{1, 2, 3}));
+}
+
+TEST_F(MainEventsTest, TheSortPicturesSortTheLinesAndASecondPressTurnsThemRound) {
+    const int pike = Book.AddStock("Pike");
+    const int bream = Book.AddStock("Bream");
+    const int tench = Book.AddStock("Tench");
+    const auto numbers = [](std::initializer_list<int> all) {
+        std::string text = " ";
+        for (const int number : all)
+            text += std::to_string(number) + " ";
+        return text;
+    };
+    Book.Numbers("MY FAVORITES") = numbers({tench, pike, bream});
+    ASSERT_TRUE(Start());
     Click("imgSortByName");
-    EXPECT_EQ(Shown(2),
-              (std::vector<std::string>{"Stock recipe 1", "Stock recipe 2", "Stock recipe 3"}));
+    EXPECT_EQ(ShownNumbers(), (std::vector<int>{bream, pike, tench}));
+    Click("imgSortByName");
+    EXPECT_EQ(ShownNumbers(), (std::vector<int>{tench, pike, bream}));
+    Click("imgSortByNum");
+    EXPECT_EQ(ShownNumbers(), (std::vector<int>{pike, bream, tench}));
+    Click("imgSortByNum");
+    EXPECT_EQ(ShownNumbers(), (std::vector<int>{tench, bream, pike}));
 }
 
 TEST_F(MainEventsTest, AResizeLaysTheWindowOutAnew) {
