@@ -47,6 +47,26 @@ class DiscQuestionTest : public MainWindowFixture {
     int lines_ = 0;  // of the recipe list before it grows
 };
 
+TEST_F(DiscQuestionTest, ADiscThatIsGoneDuringTheRunIsAskedForByTheNextRead) {
+    LoseDisc();
+    Boxes.Then(Dialogs::Answer::Ok);
+    Boxes.Then(Dialogs::Answer::Ok, [&] { FindDisc(); });
+    EXPECT_TRUE(Main().viewer.ShowRecipe(1));
+    ASSERT_EQ(Boxes.Shown.size(), 2U);
+    EXPECT_NE(Boxes.Shown[0].Text.find("\rPlease, make sure the CD is in the drive."),
+              std::string::npos);
+    EXPECT_NE(Main().ui.rtbSee.Text().find("Stock recipe 1"), std::string::npos);
+}
+
+TEST_F(DiscQuestionTest, CancelLooksAtNoDriveAndOkDoes) {
+    const int before = Machine.Asked;
+    EXPECT_FALSE(Main().AskOkCancel("The disc?"));
+    EXPECT_EQ(Machine.Asked, before);
+    Boxes.Then(Dialogs::Answer::Ok);
+    EXPECT_TRUE(Main().AskOkCancel("The disc?"));
+    EXPECT_EQ(Machine.Asked, before + 1);
+}
+
 TEST_F(DiscQuestionTest, AResizeUnderTheQuestionAsksNoSecondTime) {
     std::size_t boxes = 0;
     int fit = 0;

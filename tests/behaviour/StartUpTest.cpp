@@ -268,23 +268,6 @@ TEST_F(StartUpTest, AStockTextThatCannotBeOpenedAtTheStartIsOpenedByTheFirstRead
     EXPECT_EQ(main.store.GetRecipeTitle(1), "Cod from disk");
 }
 
-TEST_F(StartUpTest, ADiscThatIsGoneDuringTheRunIsAskedForByTheNextRead) {
-    ASSERT_TRUE(Start());
-    bool gone = true;
-    Main().files.Watch([&](const NumberedFiles::Access& access) {
-        if (gone && access.Path.ends_with("\\Recipes.ydb")) {
-            throw Failure(failure::PathAccess, std::string(access.Path));
-        }
-    });
-    Boxes.Then(Dialogs::Answer::Ok);
-    Boxes.Then(Dialogs::Answer::Ok, [&] { gone = false; });
-    EXPECT_TRUE(Main().viewer.ShowRecipe(1));
-    ASSERT_EQ(Boxes.Shown.size(), 2U);
-    EXPECT_NE(Boxes.Shown[0].Text.find("\rPlease, make sure the CD is in the drive."),
-              std::string::npos);
-    EXPECT_NE(Main().ui.rtbSee.Text().find("Cod from disk"), std::string::npos);
-}
-
 TEST_F(StartUpTest, ADiscThatComesBackAtAnotherPlaceIsFoundAgain) {
     Insert('E', MakeDisc("disc", "face"));
     ASSERT_TRUE(Start("/CD"));
@@ -299,16 +282,6 @@ TEST_F(StartUpTest, ADiscThatComesBackAtAnotherPlaceIsFoundAgain) {
     EXPECT_EQ(Boxes.Shown.size(), 2U);
     EXPECT_TRUE(Main().viewer.ShowRecipe(2));
     EXPECT_EQ(Boxes.Shown.size(), 2U);
-}
-
-TEST_F(StartUpTest, CancelAtTheQuestionForADiscLooksAtNoDrive) {
-    ASSERT_TRUE(Start());
-    const int before = Machine.Asked;
-    EXPECT_FALSE(Main().AskOkCancel("The disc?"));
-    EXPECT_EQ(Machine.Asked, before);
-    Boxes.Then(Dialogs::Answer::Ok);
-    EXPECT_TRUE(Main().AskOkCancel("The disc?"));
-    EXPECT_EQ(Machine.Asked, before + 1);
 }
 
 TEST_F(StartUpTest, ADataFolderThatMustNotBeWrittenIsFatalWithItsReasonWhenAnIndexIsToBeMade) {
