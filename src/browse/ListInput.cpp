@@ -37,6 +37,8 @@ void ListInput::Connect() {
         list.OnLostFocus = [this] { intKeyRepeat = 0; };
         list.OnWheel = [this, Index](int lines) { Wheel(Index, lines); };
     }
+    // Every step up at the edge of a window starts it. A tick that finds nothing held is the last.
+    main.ui.tmrScrolls.OnTimer = [this] { main.ui.tmrScrolls.SetEnabled(false); };
     main.ui.chkFocusCatcher.OnLostFocus = [this] { main.lists.ForgetDiversion(); };
 }
 
@@ -46,10 +48,11 @@ int ListInput::LineAt(std::int16_t Index, float Y) const {
 }
 
 void ListInput::MouseDown(std::int16_t Index, int Button, float Y) {
-    booRightClick = Button == mouse::RightButton;
     ListView& list = main.ui.lvwX(Index);
     const int line = LineAt(Index, Y);
     if (line < 1 || line > MinOf<int>(list.Count(), main.LinesInList[Index - 1U])) return;
+    // Set by a press on a line alone, for only the click on a line clears it.
+    booRightClick = Button == mouse::RightButton;
     main.SoundClick();
     main.ui.tmrScrolls.SetEnabled(false);
     list.SetHideSelection(false);

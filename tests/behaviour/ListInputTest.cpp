@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QTest>
 #include <QWidget>
@@ -62,12 +63,45 @@ TEST_F(Input, APressBelowTheLastLineDoesNothing) {
     ClickCategory("SHORT");
     PressLine(2, 2);
     Focus(1);
-    Main().listInput.booRightClick = false;
+    const auto expectNothingDone = [&] {
+        EXPECT_EQ(Main().viewer.CurrentRecipe(), 2);
+        EXPECT_EQ(SelectedLine(2), 2);
+        EXPECT_EQ(Main().strSelectedKey[1], "remembered");
+        EXPECT_TRUE(Main().listInput.booRightClick);
+        EXPECT_TRUE(List(2).HideSelection());
+        EXPECT_TRUE(Main().ui.tmrScrolls.Enabled());
+    };
+    // What the press brings by itself: the list gets the focus, and looks for the remembered line.
+    Focus(2);
+    Main().strSelectedKey[1] = "remembered";
+    Main().listInput.booRightClick = true;
+    List(2).SetHideSelection(true);
+    Main().ui.tmrScrolls.SetEnabled(true);
     PressAt(2, (Fit2 - 2) * Row(2) + 1);
-    EXPECT_EQ(Main().viewer.CurrentRecipe(), 2);
-    EXPECT_EQ(SelectedLine(2), 2);
+    expectNothingDone();
     PressAt(2, Pressed(2)->height() - 1);
-    EXPECT_EQ(Main().viewer.CurrentRecipe(), 2);
+    expectNothingDone();
+}
+
+TEST_F(Input, ARightClickBelowTheLastLineLeavesEnterAndNextAsTheyAre) {
+    for (const int list : {1, 2}) {
+        SCOPED_TRACE(list);
+        Book.Categories.resize(8);
+        ASSERT_TRUE(Start());
+        ASSERT_GT(Fit(1), 8);
+        ClickCategory("SHORT");
+        PressLine(2, 2);
+        int menus = 0;
+        WhenMenuPopsUp([&](QMenu&) { ++menus; });
+        QTest::mouseClick(Pressed(list), Qt::RightButton, Qt::NoModifier,
+                          QPoint(10, Pressed(list)->height() - 1));
+        EXPECT_FALSE(Main().listInput.booRightClick);
+        Focus(2);
+        Key(Qt::Key_N, Qt::AltModifier);
+        EXPECT_EQ(Main().viewer.CurrentRecipe(), 3);
+        Key(Qt::Key_Return);
+        EXPECT_EQ(menus, 0);
+    }
 }
 
 TEST_F(Input, APressBelowTheWholeLinesOfTheWindowDoesNothing) {

@@ -281,6 +281,14 @@ TEST_F(Steps, ScrollingUpStartsTheScrollTimerAndAPressStopsIt) {
     EXPECT_FALSE(Main().ui.tmrScrolls.Enabled());
 }
 
+TEST_F(Steps, TheScrollTimerStopsWithItsFirstTickWhenNothingIsHeld) {
+    OpenWithKeys("LONG");
+    Main().steps.ScrollListUp(2);
+    ASSERT_TRUE(Main().ui.tmrScrolls.Enabled());
+    EXPECT_TRUE(WaitUntil([&] { return !Main().ui.tmrScrolls.Enabled(); }));
+    EXPECT_EQ(ShownNumbers(), Range(1, Fit2));
+}
+
 TEST_F(Steps, APageWithoutTheKeyboardLeavesTheBarOnItsRecipe) {
     OpenWithKeys("LONG");
     Main().steps.FlipDown(2, false);
