@@ -135,6 +135,9 @@ bool MainEvents::Act(int KeyCode, int Shift) {
             if (ui.lvwX1.HasFocus()) {
                 main.categories.SimulateCategoryClick("");
             } else {
+                // Of a bar that was scrolled away the line is brought back: what stands on it by
+                // now is another recipe.
+                if (ui.lvwX2.Visible()) main.lists.HighlightSelected(2, true);
                 main.categories.SimulateChoiceClick("");
             }
             return true;

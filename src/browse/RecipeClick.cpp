@@ -67,6 +67,8 @@ void RecipeViewer::Back() {
 }
 
 void RecipeViewer::StepAndClick(bool forward) {
+    // A list whose bar was scrolled away still is the one that the user is in.
+    main.lists.ReturnFocus();
     const std::int16_t k = main.ui.lvwX1.HasFocus() ? 1 : 2;
     ListView& list = main.ui.lvwX(k);
     // While the list is off the screen its lines are still those of the list before.

@@ -15,6 +15,7 @@ void CategoryList::ShowItemsInLvw1(std::int32_t startPos, bool ForceReload) {
     if (startPos == lastStart_ && !ForceReload && main.LinesInList[0] == lastLines_) return;
     lastStart_ = startPos;
     lastLines_ = main.LinesInList[0];
+    const bool itsFocus = lines.HasFocus();
     main.lists.DivertFocusFrom(1);
     lines.SetVisible(false);
     main.lists.EnsureLinesAvailable(1);
@@ -35,6 +36,7 @@ void CategoryList::ShowItemsInLvw1(std::int32_t startPos, bool ForceReload) {
     }
     main.lists.ShowList(1);
     main.lists.RefreshLvwX(1);
+    if (itsFocus) main.lists.RestoreLvwFocus(1);
 }
 
 void CategoryList::SimulateCategoryClick(std::string strKey) {

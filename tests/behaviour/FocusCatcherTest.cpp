@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 
 #include "app/frmMain.h"
@@ -105,6 +106,65 @@ TEST_F(BarScrolledAway, EnterOpensTheCategoryThatItIsOn) {
     EXPECT_EQ(Main().ui.lblCategory.Caption(), "     SHORT");
     EXPECT_EQ(ShownNumbers(), Range(1, Fit2 - 2));
     EXPECT_EQ(FocusedName(), "lvwX_1");
+}
+
+TEST_F(BarScrolledAway, NextAndBackWalkTheListThatItIsIn) {
+    struct Step {
+        std::function<void()> act;
+        int by;
+    };
+    const Step steps[] = {{[&] { Key(Qt::Key_N, Qt::AltModifier); }, 1},
+                          {[&] { Key(Qt::Key_B, Qt::AltModifier); }, -1},
+                          {[&] { Click("ibNext"); }, 1},
+                          {[&] { Click("ibBack"); }, -1}};
+    for (const Step& step : steps) {
+        Focus(1);
+        Press(Qt::Key_Home);
+        for (int i = 0; i < 7; ++i)
+            Press(Qt::Key_Down);
+        ASSERT_EQ(Main().strSelectedKey[0], "     EXACT");
+        ScrollAway(1);
+        step.act();
+        EXPECT_EQ(Main().ui.lblCategory.Caption(), step.by > 0 ? "     ONE MORE" : "     SHORT");
+        EXPECT_EQ(FocusedName(), "lvwX_1");
+    }
+    ScrollRecipesAway();
+    Key(Qt::Key_N, Qt::AltModifier);
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), 4);
+    ExpectBar(4);
+    EXPECT_EQ(Main().ui.lblCategory.Caption(), "     LONG");
+}
+
+TEST_F(BarScrolledAway, AListThatGetsTheFocusKeepsIt) {
+    ScrollCategoriesAway();
+    Main().ui.ibHelp.SetFocus();
+    Focus(1);
+    EXPECT_EQ(FocusedName(), "lvwX_1");
+    EXPECT_FALSE(List(1).HideSelection());
+    EXPECT_EQ(List(1).SelectedItem()->Text(), Book.Categories[1].first);
+    ScrollRecipesAway();
+    Main().ui.ibHelp.SetFocus();
+    Focus(2);
+    ExpectBar(3);
+}
+
+TEST_F(BarScrolledAway, EnterInAnotherControlOpensTheRecipeThatItIsOn) {
+    for (const char* category : {"LONG", "ALL RECIPES"}) {
+        ScrollRecipesAway(category);
+        Main().viewer.ShowRecipe(1);
+        for (Control* other :
+             {static_cast<Control*>(&Main().ui.rtbSee), static_cast<Control*>(&Main().ui.ibHelp)}) {
+            Main().viewer.ShowRecipe(1);
+            Wheel(2, 20);
+            ASSERT_TRUE(List(2).HideSelection());
+            other->SetFocus();
+            ASSERT_TRUE(other->HasFocus());
+            Press(Qt::Key_Return);
+            EXPECT_EQ(Main().viewer.CurrentRecipe(), 3) << category;
+            EXPECT_EQ(List(2).SelectedItem()->Tag, "3");
+            EXPECT_FALSE(List(2).HideSelection());
+        }
+    }
 }
 
 TEST_F(BarScrolledAway, TheWheelOverTheOtherListTakesNoFocusForIt) {
