@@ -1,6 +1,7 @@
 #include "browse/ListSteps.h"
 
 #include "app/frmMain.h"
+#include "platform/Text.h"
 #include "search/SearchText.h"
 
 namespace larder {
@@ -24,9 +25,7 @@ void ListSteps::SelectNext(std::int16_t Index) {
         return;
     }
     ForgetSelection(Index);
-    ScrollToAnother(
-        Index, [&] { ScrollListDown(Index); },
-        [](const ListView& list) { return list.Item(list.Count()).Key(); });
+    ScrollToNext(Index);
     SelectAndFocus(Index, main.ui.lvwX(Index).Count());
 }
 
@@ -40,21 +39,16 @@ void ListSteps::SelectPrevious(std::int16_t Index) {
         return;
     }
     ForgetSelection(Index);
-    ScrollToAnother(
-        Index, [&] { ScrollListUp(Index); },
-        [](const ListView& list) { return list.Item(1).Key(); });
+    ScrollToPrevious(Index);
     SelectAndFocus(Index, 1);
 }
 
 void ListSteps::ScrollListUp(std::int16_t Index) {
-    const std::int32_t start = main.VList[Element(Index)].CurrentIndex - 1;
-    main.lists.ShowListItems(Index, MaxOf(start, 1), false);
-    main.ui.tmrScrolls.SetEnabled(true);
+    ScrollUpTo(Index, main.VList[Element(Index)].CurrentIndex - 1);
 }
 
 void ListSteps::ScrollListDown(std::int16_t Index) {
-    const std::int32_t start = main.VList[Element(Index)].CurrentIndex + 1;
-    main.lists.ShowListItems(Index, MinOf(start, main.lists.LastStart(Index)), false);
+    ScrollDownTo(Index, main.VList[Element(Index)].CurrentIndex + 1);
 }
 
 void ListSteps::FlipDown(std::int16_t Index, bool Keyboard) {
@@ -66,11 +60,11 @@ void ListSteps::FlipDown(std::int16_t Index, bool Keyboard) {
         if (list.CurrentIndex + lines + s - 1 > list.Count()) s = main.ui.lvwX(Index).Count();
         ForgetSelection(Index);
     }
-    const std::int32_t start = MinOf(list.CurrentIndex + lines, main.lists.LastStart(Index));
-    main.lists.ShowListItems(Index, start, false);
+    const std::int32_t stood = list.CurrentIndex;
+    ScrollDownTo(Index, stood + lines);
     if (!Keyboard) return;
     const int count = main.ui.lvwX(Index).Count();
-    if (s > count || list.Count() <= lines) s = count;
+    if (s > count || list.Count() <= lines || list.CurrentIndex == stood) s = count;
     SelectAndFocus(Index, s);
 }
 
@@ -95,17 +89,61 @@ void ListSteps::GoEnd(std::int16_t Index) {
     JumpTo(Index, main.lists.LastStart(Index), true);
 }
 
-template <typename Scroll, typename EdgeKey>
-void ListSteps::ScrollToAnother(std::int16_t Index, Scroll scroll, EdgeKey edgeKey) {
+void ListSteps::ScrollUpTo(std::int16_t Index, std::int32_t start) {
+    main.lists.ShowListItems(Index, MaxOf(start, 1), false);
+    main.ui.tmrScrolls.SetEnabled(true);
+}
+
+void ListSteps::ScrollDownTo(std::int16_t Index, std::int32_t start) {
     const ListView& lines = main.ui.lvwX(Index);
+    const std::int32_t stood = main.VList[Element(Index)].CurrentIndex;
+    const bool empty = lines.Count() == 0;
+    main.lists.ShowListItems(Index, MinOf(start, main.lists.LastStart(Index)), false);
+    // Behind the last recipe of a stock that was cut short the places are blank to the end.
+    if (!empty && lines.Count() == 0) main.lists.ShowListItems(Index, stood, false);
+}
+
+void ListSteps::ScrollToNext(std::int16_t Index) {
     const VirtualList& list = main.VList[Element(Index)];
-    if (lines.Count() == 0) return;
-    const std::string before = edgeKey(lines);
-    std::int32_t stood = 0;
-    do {
-        stood = list.CurrentIndex;
-        scroll();
-    } while (list.CurrentIndex != stood && lines.Count() > 0 && edgeKey(lines) == before);
+    if (main.ui.lvwX(Index).Count() == 0) return;
+    if (!list.VirtualMode) {
+        ScrollListDown(Index);
+        return;
+    }
+    const std::int32_t stood = list.CurrentIndex;
+    const WindowEnds before = EndsOfWindow();
+    // Every start up to the first recipe shows the same recipes as now.
+    ScrollDownTo(Index, before.First + 1);
+    if (EndsOfWindow().Last == before.Last) main.lists.ShowListItems(Index, stood, false);
+}
+
+void ListSteps::ScrollToPrevious(std::int16_t Index) {
+    const VirtualList& list = main.VList[Element(Index)];
+    if (!list.VirtualMode) {
+        ScrollListUp(Index);
+        return;
+    }
+    const std::int32_t recipe = RecipeBefore(list.CurrentIndex);
+    if (recipe > 0) ScrollUpTo(Index, recipe);
+}
+
+ListSteps::WindowEnds ListSteps::EndsOfWindow() const {
+    WindowEnds ends;
+    const ListView& lines = main.ui.lvwX2;
+    // All lines are looked at, because the user may have sorted them.
+    for (int i = 1; i <= lines.Count(); ++i) {
+        const std::int32_t number = ToLong(lines.Item(i).Tag);
+        if (i == 1 || number < ends.First) ends.First = number;
+        if (number > ends.Last) ends.Last = number;
+    }
+    return ends;
+}
+
+std::int32_t ListSteps::RecipeBefore(std::int32_t place) const {
+    std::int32_t number = place - 1;
+    while (number > 0 && main.store.GetRecipeTitle(number).empty())
+        --number;
+    return MaxOf(number, 0);
 }
 
 void ListSteps::ForgetSelection(std::int16_t Index) {
@@ -121,16 +159,17 @@ void ListSteps::SelectAndFocus(std::int16_t Index, int line) {
 
 void ListSteps::JumpTo(std::int16_t Index, std::int32_t start, bool toLastLine) {
     ForgetSelection(Index);
-    if (main.VList[Element(Index)].CurrentIndex != start) {
-        main.lists.ShowListItems(Index, start, false);
+    const ListView& lines = main.ui.lvwX(Index);
+    const VirtualList& list = main.VList[Element(Index)];
+    if (list.CurrentIndex != start) main.lists.ShowListItems(Index, start, false);
+    if (toLastLine && lines.Count() == 0 && list.VirtualMode) {
+        const std::int32_t recipe = RecipeBefore(start);
+        const std::int32_t first = recipe - main.LinesInList[Element(Index)] + 1;
+        main.lists.ShowListItems(Index, MaxOf(first, 1), false);
     }
-    ListView& list = main.ui.lvwX(Index);
-    const int line = toLastLine ? list.Count() : 1;
-    Ignoring([&] { list.Item(line).SetSelected(); });
-    list.SetHideSelection(false);
+    const int line = toLastLine ? lines.Count() : 1;
+    SelectAndFocus(Index, line);
     main.lists.RefreshListItem(Index, static_cast<std::int16_t>(line));
-    Ignoring([&] { list.SetFocus(); });
-    main.lists.RememberSelectedKey(Index);
 }
 
 }  // namespace larder

@@ -27,11 +27,23 @@ class ListSteps {
     void GoEnd(std::int16_t Index);
 
   private:
-    // Moves the window by one line until another recipe stands on the line at its edge: in a list
-    // without items the neighbour of a deleted recipe comes up again. The window that does not move
-    // is at the end of the list.
-    template <typename Scroll, typename EdgeKey>
-    void ScrollToAnother(std::int16_t Index, Scroll scroll, EdgeKey edgeKey);
+    // Moves the window to a start, as far as the list goes; downwards never to a place from which
+    // there is nothing to be seen.
+    void ScrollUpTo(std::int16_t Index, std::int32_t start);
+    void ScrollDownTo(std::int16_t Index, std::int32_t start);
+    // Moves the window just so far that one more entry stands at its edge. In a list without items
+    // a move by one line may show the neighbour of a deleted recipe again, so there it goes on to
+    // the next recipe, however many places are blank; without one it stays where it is.
+    void ScrollToNext(std::int16_t Index);
+    void ScrollToPrevious(std::int16_t Index);
+    // The lowest and the highest number of the recipes in the lines; 0 when there are none.
+    struct WindowEnds {
+        std::int32_t First = 0;
+        std::int32_t Last = 0;
+    };
+    WindowEnds EndsOfWindow() const;
+    // The last recipe before a place of the list of all; 0 when there is none.
+    std::int32_t RecipeBefore(std::int32_t place) const;
     // No line is remembered: the fill that follows shows no bar.
     void ForgetSelection(std::int16_t Index);
     void SelectAndFocus(std::int16_t Index, int line);
