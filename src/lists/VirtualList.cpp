@@ -52,7 +52,10 @@ void VirtualList::Append(std::unique_ptr<VirtualListItem> item) {
 }
 
 void VirtualList::ReportGrowth() {
-    if (Count() == observer_.LinesOnScreen()) {
+    // A screen that has shrunk while a fill was below its first screenful is full at once.
+    const std::int32_t lines = observer_.LinesOnScreen();
+    if (Count() == lines || (booSearching && !screenfulShown_ && Count() > lines)) {
+        screenfulShown_ = true;
         observer_.ShowSame();
         observer_.DecorateWait(true, "...");
     }
@@ -168,6 +171,7 @@ void VirtualList::ClearAll() {
     ticket_.Next();
     ++generation_;
     booSearching = false;
+    screenfulShown_ = false;
     CurrentIndex = 0;
     byKey_.Clear();
     colList_.clear();

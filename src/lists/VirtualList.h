@@ -104,6 +104,7 @@ class VirtualList {
     KeyTable byKey_;
     std::string strAllNums_ = " ";
     std::int32_t VirtualCount_ = 0;
+    bool screenfulShown_ = false;  // since the list was emptied
     std::int32_t NextPos_ = 0;
     std::uint32_t generation_ = 0;
 };

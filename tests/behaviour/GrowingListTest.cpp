@@ -102,6 +102,20 @@ TEST_F(GrowingFill, AResizeWhileTheListGrowsLeavesTheWindowFull) {
     EXPECT_EQ(ShownNumbers(), Range(1, Fit(2)));
 }
 
+TEST_F(GrowingFill, AResizeBelowWhatIsThereAlreadyShowsTheFirstScreenfulToo) {
+    LookAt(Fit(2) - 2, [&] {
+        ASSERT_FALSE(List(2).Visible());
+        Main().LinesInList[1] = static_cast<std::int16_t>(Fit(2) / 2);
+        LookAt(Fit(2) + 2, [&] {
+            EXPECT_TRUE(List(2).Visible());
+            EXPECT_EQ(ShownNumbers(), Range(1, Main().LinesInList[1]));
+            looked_ = Main().ui.lblFound.Caption() != "";
+        });
+    });
+    ClickCategory("BIG");
+    EXPECT_TRUE(looked_);
+}
+
 TEST_F(GrowingFill, NextWalksTheRecipesThatAreThere) {
     LookAt(3 * Fit(2), [&] {
         Focus(2);

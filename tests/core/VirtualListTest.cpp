@@ -48,6 +48,21 @@ TEST_F(VirtualListTest, ASecondAddOfTheSameNumberIsDropped) {
     EXPECT_EQ(list.AllNums(), " 5 ");
 }
 
+TEST_F(VirtualListTest, ADuplicateEndsAddBeforeAnythingIsReported) {
+    recorder.Lines = 1;
+    list.Add("first", "", 5, "");
+    ASSERT_EQ(recorder.Log, (std::vector<std::string>{"same", "wait ..."}));
+    recorder.Log.clear();
+    list.Add("second", "", 5, "");
+    EXPECT_EQ(recorder.Log, std::vector<std::string>());
+    for (std::int32_t num = 6; list.Count() < 200; ++num)
+        list.Add("x", "", num, "");
+    ASSERT_EQ(recorder.Log, (std::vector<std::string>{"scroll", "found ..."}));
+    recorder.Log.clear();
+    list.Add("second", "", 5, "");
+    EXPECT_EQ(recorder.Log, std::vector<std::string>());
+}
+
 TEST_F(VirtualListTest, BeforeAndAfterAreIgnored) {
     list.Add("a", "", 1, "");
     list.Add("b", "", 2, "", 0, false, "k1", "");
@@ -285,6 +300,25 @@ TEST_F(VirtualListTest, AFillShowsItsFirstLinesWhileItGrows) {
     EXPECT_EQ(recorder.Log, expected);
 }
 
+TEST_F(VirtualListTest, AScreenThatShrinksBelowWhatIsThereIsFullWithTheNextItem) {
+    recorder.Lines = 10;
+    recorder.OnEvents = [&] {
+        if (list.Count() == 4) recorder.Lines = 2;
+    };
+    std::int32_t countWhenShown = 0;
+    recorder.OnShowSame = [&] { countWhenShown = list.Count(); };
+    list.StringToNums(" 1 2 3 4 5 6 7 8 ");
+    EXPECT_EQ(countWhenShown, 5);
+    EXPECT_EQ(Reports("same"), 1);
+    EXPECT_EQ(Reports("wait ..."), 1);
+    recorder.Log.clear();
+    recorder.OnEvents = [&] {
+        if (list.Count() == 6) recorder.Lines = 4;
+    };
+    list.StringToNums(" 1 2 3 4 5 6 7 8 ");
+    EXPECT_EQ(Reports("same"), 1) << "once in a fill";
+}
+
 // States
 
 TEST_F(VirtualListTest, ClearAllGivesAnEmptyRealListAndMovesTheTicket) {
@@ -350,8 +384,11 @@ TEST_F(VirtualListTest, RebuildIndexTakesTheNumbersAsTheyAre) {
 
 TEST_F(VirtualListTest, TheSelfTestLeavesTheListAlone) {
     Fill(" 1 2 ");
+    const std::int16_t before = ticket.Value();
     list.TestIt();
     EXPECT_EQ(list.NumsToString(), " 1 2 ");
+    EXPECT_EQ(ticket.Value(), before + 1) << "one list was filled, another one";
+    EXPECT_EQ(recorder.Log, (std::vector<std::string>{"wait ", "done "}));
 }
 
 // Against a model
