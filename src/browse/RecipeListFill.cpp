@@ -64,10 +64,12 @@ bool RecipeList::ShowRecipesIn_lvwX2(std::string strNumbers, std::int32_t startP
     if (fill.startPos < 1) fill.startPos = 1;
     if (NothingToDo(fill)) return true;
     Curtain curtain(main);
+    const RecipeStore::OneDiscQuestion asksOnce(main.store);
     Prepare(fill);
     bool ended = true;
     if (fill.strNumbers == "*" || main.VList[1].VirtualMode) {
         Ignoring([&] { FillVirtual(fill); });
+        if (fill.newList) DecorateWait(false, "");
     } else {
         Ignoring([&] { ended = FillFromNumbers(fill); });
     }
@@ -127,6 +129,7 @@ void RecipeList::FillVirtual(Fill& fill) {
     if (fill.strNumbers != "same") {
         list.ClearAll();
         list.SetCount(main.store.TotalRecipes());
+        DecorateWait(true, "");  // a length ends the busy look, yet no line is written
         list.CurrentIndex = fill.startPos;
         lastGeneration_ = list.Generation();
         fill.newList = true;

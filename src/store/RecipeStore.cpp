@@ -97,10 +97,10 @@ bool RecipeStore::ReopenAfter(const Failure& failure, const Place& place) {
 
 // Runs `read` until it succeeds or the user gives up, which gives nothing. A read is run again as
 // a whole, from its index entry on, because files that were opened again have lost their position.
-// `question` composes the text to ask with from the description of the failure.
-template <typename Read, typename Text>
+// `ask` asks the user, given the description of the failure; true to try again.
+template <typename Read, typename Ask>
 std::optional<std::string> RecipeStore::ReadAskingForDisc(const Place& place, Read&& read,
-                                                          Text&& question) {
+                                                          Ask&& ask) {
     for (;;) {
         try {
             return read(place);
@@ -111,7 +111,7 @@ std::optional<std::string> RecipeStore::ReadAskingForDisc(const Place& place, Re
             if (!unreachable) throw;
             const std::string description =
                 f.Number == failure::PathAccess ? f.Description : FailureText(failure::PathAccess);
-            if (!question_.AskOkCancel(question(description) + insertDisc)) return std::nullopt;
+            if (!ask(description)) return std::nullopt;
             // A file that was open on a disc which has left the drive stays dead when it is back.
             Ignoring([&] { files_.Close(place.Text); });
             Ignoring([&] { files_.Close(place.Index); });
@@ -122,8 +122,10 @@ std::optional<std::string> RecipeStore::ReadAskingForDisc(const Place& place, Re
 std::string RecipeStore::GetRecipeRTF(std::int32_t RecipeNum) {
     try {
         const auto read = [this](const Place& place) { return ReadBody(place); };
-        const auto question = [](const std::string& description) { return description; };
-        return ReadAskingForDisc(PlaceOf(RecipeNum), read, question).value_or("");
+        const auto ask = [this](const std::string& description) {
+            return question_.AskOkCancel(description + insertDisc);
+        };
+        return ReadAskingForDisc(PlaceOf(RecipeNum), read, ask).value_or("");
     } catch (const Failure& f) {
         if (f.Number == failure::BadRecordNumber) throw;
         return {};
@@ -133,11 +135,18 @@ std::string RecipeStore::GetRecipeRTF(std::int32_t RecipeNum) {
 std::optional<std::string> RecipeStore::TitleUnlessGivenUp(std::int32_t RecipeNum) {
     try {
         const auto read = [this](const Place& place) { return ReadTitle(place); };
-        const auto question = [](const std::string&) { return std::string("Can't get recipe."); };
-        return ReadAskingForDisc(PlaceOf(RecipeNum), read, question);
+        const auto ask = [this](const std::string&) { return AskForTitle(); };
+        return ReadAskingForDisc(PlaceOf(RecipeNum), read, ask);
     } catch (const Failure&) {
         return std::string();
     }
+}
+
+bool RecipeStore::AskForTitle() {
+    if (titles_ == Titles::GivenUp) return false;
+    if (question_.AskOkCancel(std::string("Can't get recipe.") + insertDisc)) return true;
+    if (titles_ == Titles::AskOnce) titles_ = Titles::GivenUp;
+    return false;
 }
 
 std::string RecipeStore::GetRecipeTitle(std::int32_t RecipeNum) {

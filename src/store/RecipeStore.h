@@ -23,7 +23,26 @@ class Failure;
 // as the answer is OK; a file that stays closed although it was opened again counts as that too.
 // Whatever stands in the files, a read takes no more memory than they are long.
 class RecipeStore {
+    // What a title that cannot be reached does about the disc.
+    enum class Titles { AskEach, AskOnce, GivenUp };
+
   public:
+    // For reading many titles, as a list that is filled does. While one lives, a user who has given
+    // up on the disc is not asked again for each title that follows; an inner one begins afresh.
+    class OneDiscQuestion {
+      public:
+        explicit OneDiscQuestion(RecipeStore& store) : store_(store), outer_(store.titles_) {
+            store_.titles_ = Titles::AskOnce;
+        }
+        ~OneDiscQuestion() { store_.titles_ = outer_; }
+        OneDiscQuestion(const OneDiscQuestion&) = delete;
+        OneDiscQuestion& operator=(const OneDiscQuestion&) = delete;
+
+      private:
+        RecipeStore& store_;
+        Titles outer_;
+    };
+
     // All three outlive the store; the paths may still be assigned until the files are opened.
     RecipeStore(NumberedFiles& files, const DataPaths& paths, DiscQuestion& question);
 
@@ -75,8 +94,9 @@ class RecipeStore {
     std::string ReadTitle(const Place& place);
     std::string ReadBody(const Place& place);
 
-    template <typename Read, typename Text>
-    std::optional<std::string> ReadAskingForDisc(const Place& place, Read&& read, Text&& question);
+    template <typename Read, typename Ask>
+    std::optional<std::string> ReadAskingForDisc(const Place& place, Read&& read, Ask&& ask);
+    bool AskForTitle();
     std::int32_t CountRecords(int index, const std::string& path);
     bool ReopenAfter(const Failure& failure, const Place& place);
     std::optional<std::string> TitleUnlessGivenUp(std::int32_t RecipeNum);
@@ -85,6 +105,7 @@ class RecipeStore {
     const DataPaths& paths_;
     DiscQuestion& question_;
     std::int32_t TotalRecipes_ = 0;
+    Titles titles_ = Titles::AskEach;
 };
 
 }  // namespace larder

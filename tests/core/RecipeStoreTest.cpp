@@ -348,6 +348,32 @@ TEST_F(RecipeStoreTest, ATitleAsksForTheDiscAndBecomesNoDiskErrorWhenCancelled) 
     EXPECT_EQ(disc.Asked, std::vector<std::string>{titleQuestion});
 }
 
+TEST_F(RecipeStoreTest, WithinOneDiscQuestionACancelCountsForTheTitlesThatFollow) {
+    Start();
+    TakeAway(1);
+    {
+        const RecipeStore::OneDiscQuestion asksOnce(store);
+        for (const std::int32_t number : {1, 2, 3})
+            EXPECT_EQ(store.GetRecipeTitle(number), "No Disk Error");
+        EXPECT_EQ(disc.Asked.size(), 1u);
+        EXPECT_EQ(store.GetRecipeRTF(2), "");
+        EXPECT_EQ(disc.Asked.size(), 2u) << "a recipe that is opened is another matter";
+        {
+            const RecipeStore::OneDiscQuestion inner(store);
+            store.GetRecipeTitle(1);
+            EXPECT_EQ(disc.Asked.size(), 3u) << "an inner one begins afresh";
+        }
+        store.GetRecipeTitle(1);
+        EXPECT_EQ(disc.Asked.size(), 3u);
+        gone = false;
+        EXPECT_EQ(store.GetRecipeTitle(2), "Eel Stew") << "what can be read again is read";
+        gone = true;
+    }
+    store.GetRecipeTitle(1);
+    store.GetRecipeTitle(2);
+    EXPECT_EQ(disc.Asked.size(), 5u);
+}
+
 TEST_F(RecipeStoreTest, OkWithTheDiscBackInTheDriveReadsOn) {
     Start();
     TakeAway(1);
