@@ -1,6 +1,7 @@
 #include "browse/RecipeList.h"
 
 #include "app/frmMain.h"
+#include "lists/NumberString.h"
 #include "platform/Text.h"
 #include "search/SearchText.h"
 
@@ -8,10 +9,8 @@ namespace larder {
 
 void RecipeList::RemoveFrom_lvwX2(std::int32_t RecipeToRemove) {
     ListView& lines = main.ui.lvwX2;
-    const std::string blanked = " " + std::to_string(RecipeToRemove) + " ";
-    if (lines.Tag.find(blanked) == std::string::npos && lines.Tag.find('*') == std::string::npos) {
-        return;
-    }
+    const bool held = lines.Tag.find(Blanked(RecipeToRemove)) != std::string::npos;
+    if (!held && lines.Tag.find('*') == std::string::npos) return;
     // The favourites stand in the user's order, all other lists in that of the numbers.
     const bool sorted = main.strLastRecipeCategory != "MY FAVORITES";
     main.VList[1].RemoveNum(RecipeToRemove, sorted);

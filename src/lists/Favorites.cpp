@@ -3,16 +3,9 @@
 #include <string>
 
 #include "app/frmMain.h"
+#include "lists/NumberString.h"
 
 namespace larder {
-
-namespace {
-
-std::string Blanked(std::int32_t number) {
-    return " " + std::to_string(number) + " ";
-}
-
-}  // namespace
 
 bool Favorites::IsInFavorites(std::int32_t RecipeNum) {
     VirtualListItem& entry = Entry();

@@ -1,17 +1,10 @@
 #include "lists/PictureSet.h"
 
 #include "app/frmMain.h"
+#include "lists/NumberString.h"
 #include "platform/Text.h"
 
 namespace larder {
-
-namespace {
-
-std::string Blanked(std::int32_t number) {
-    return " " + std::to_string(number) + " ";
-}
-
-}  // namespace
 
 bool PictureSet::HasPicture(const std::string& strRecipeNum) const {
     return strAllWithPicture.Holds(strRecipeNum);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QEvent>
 #include <QImage>
 #include <QObject>
@@ -75,6 +76,24 @@ TEST_F(Drawing, AFillOfTheCategoriesLooksAtTheirThumbAndAtTheTrackOfTheRecipes) 
     EXPECT_EQ(DrawnByFillWith(1, Ui().imgGarlic2.Tag), atRest);
     EXPECT_EQ(DrawnByFillWith(1, Ui().lblScroll1.Tag), atRest);
     EXPECT_EQ(Shown(1).front(), "MY FAVORITES");
+}
+
+TEST_F(Drawing, AFillThatChangesNothingDrawsNothing) {
+    ClickCategory("LONG");
+    for (const std::int16_t list : {std::int16_t{1}, std::int16_t{2}}) {
+        const std::int32_t start = Main().VList[static_cast<std::size_t>(list - 1)].CurrentIndex;
+        Main().lists.ShowListItems(list, start, false);  // remembers the key of the bar by now
+        QApplication::processEvents();
+        const EventCount lines(Pressed(list), QEvent::Paint);
+        const EventCount behind(Ui().imgWaterMark(list).Native(), QEvent::Paint);
+        Main().lists.ShowListItems(list, start, false);
+        QApplication::processEvents();
+        EXPECT_EQ(lines.Count, 0) << list;
+        EXPECT_EQ(behind.Count, 0) << list;
+        Main().lists.ShowListItems(list, start, true);
+        QApplication::processEvents();
+        EXPECT_GT(lines.Count, 0) << list;
+    }
 }
 
 // A line drawn again.

@@ -203,6 +203,20 @@ TEST_F(WindowOnAList, TheLastStartLeavesTheWindowFull) {
     EXPECT_EQ(Lists().LastStart(2), 1);
 }
 
+TEST_F(WindowOnAList, AStartOfZeroIsTheFirstPlaceWhenTheListStandsNowhere) {
+    ClickCategory("LONG");
+    for (const int list : {1, 2}) {
+        Wheel(list, 1);
+        VirtualList& behind = Main().VList[static_cast<std::size_t>(list - 1)];
+        ASSERT_EQ(behind.CurrentIndex, 4) << list;
+        behind.CurrentIndex = 0;
+        Lists().ShowListItems(static_cast<std::int16_t>(list), 0, true);
+        EXPECT_EQ(behind.CurrentIndex, 1) << list;
+    }
+    EXPECT_EQ(ShownNumbers(), Range(1, Fit2));
+    EXPECT_EQ(List(1).Item(1).Text(), "MY FAVORITES");
+}
+
 TEST_F(WindowOnAList, SelectingALineThatIsNotThereIsAFailure) {
     ClickCategory("ONE");
     EXPECT_THROW(Lists().SelectLine(2, 2), Failure);

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <QImage>
 #include <QMenu>
+#include <QString>
 #include <QWidget>
 #include <string>
 #include <vector>
@@ -108,6 +110,33 @@ TEST_F(RecipeLine, ARightClickOpensTheRecipeAndThenPopsUpTheMenu) {
     EXPECT_FALSE(Main().listInput.booRightClick);
 }
 
+TEST_F(RecipeLine, ARightClickOnTheCurrentRecipeFlipsItAndPopsUpTheMenu) {
+    QImage photo(80, 60, QImage::Format_RGB32);
+    photo.fill(Qt::blue);
+    Folder.MakeFolder("Data/Food Photos");
+    ASSERT_TRUE(photo.save(QString::fromStdString(Folder.Native("Data/Food Photos/2.bmp"))));
+    const auto pressAndExpect = [&](int recipe, bool picture) {
+        int menus = 0;
+        WhenMenuPopsUp([&](QMenu&) {
+            ++menus;
+            EXPECT_EQ(Main().ui.frPic.Visible(), picture) << "flipped before the menu";
+            EXPECT_EQ(Box().Visible(), !picture);
+        });
+        PressLine(2, recipe, Qt::RightButton);
+        EXPECT_EQ(menus, 1);
+        EXPECT_EQ(Current(), recipe);
+    };
+    PressLine(2, 2);
+    ASSERT_TRUE(Main().ui.frPic.Visible());
+    pressAndExpect(2, false);
+    pressAndExpect(2, true);
+    // One without a picture flips to its own text.
+    PressLine(2, 3);
+    Box().SetText("gone");
+    pressAndExpect(3, false);
+    EXPECT_EQ(Box().Text().substr(0, 14), "Stock recipe 3");
+}
+
 TEST_F(RecipeLine, AfterTheMenuALeftClickIsAPlainOneAgain) {
     MenuOn(3);
     bool menu = false;
@@ -146,6 +175,14 @@ TEST_F(RecipeLine, InMaintenanceEveryRecipeHasEditAndDelete) {
     ASSERT_TRUE(Start("/e"));
     ClickCategory("MIXED");
     EXPECT_EQ(MenuOn(1), (Captions_{"Add to Favorites", "-", "Edit", "Delete"}));
+}
+
+TEST_F(RecipeLine, InMaintenanceAStockFavouriteHasEditAndDeleteAndNoSeparator) {
+    ASSERT_TRUE(Start("/E"));
+    ClickCategory("MIXED");
+    EXPECT_EQ(MenuOn(4), (Captions_{"Remove from Favorites", "Edit", "Delete"}));
+    ClickCategory("MY FAVORITES");
+    EXPECT_EQ(MenuOn(1), (Captions_{"Remove from Favorites", "-", "Edit", "Delete"}));
 }
 
 TEST_F(RecipeLine, GuideHeadingsHaveNoMenu) {

@@ -282,6 +282,30 @@ TEST_F(RecipesOnShow, TheFavouritesAreFoundThoughTheyAreNotInOrder) {
     EXPECT_EQ(Main().viewer.CurrentRecipe(), 7);
 }
 
+TEST_F(RecipesOnShow, OutsideTheFavouritesARecipeIsSearchedAsInASortedList) {
+    Book.Numbers("MY FAVORITES") = " 9 4 7 1 ";
+    Book.Numbers("MIXED") = " 9 4 7 1 ";
+    ASSERT_TRUE(Start());
+    Recipes().RemoveFrom_lvwX2(1);
+    EXPECT_EQ(ShownNumbers(), (Numbers{9, 4, 7}));
+    ClickCategory("MIXED");
+    Recipes().RemoveFrom_lvwX2(1);
+    EXPECT_EQ(ShownNumbers(), (Numbers{9, 4, 7, 1})) << "1 is not where it would be in order";
+}
+
+TEST_F(RecipesOnShow, RemovingFromTheMiddleOfALongListMovesTheWindowToThePlace) {
+    OpenWithKeys("LONG");
+    Key(Qt::Key_PageDown);
+    Key(Qt::Key_Down);
+    const int gone = Fit2 + 2;
+    ASSERT_EQ(List(2).SelectedItem()->Tag, std::to_string(gone));
+    Recipes().RemoveFrom_lvwX2(gone);
+    EXPECT_EQ(Main().VList[1].CurrentIndex, gone);
+    EXPECT_EQ(ShownNumbers(), Range(gone + 1, gone + Fit2));
+    EXPECT_EQ(SelectedLine(2), 2) << "the bar keeps its row";
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), gone + 2);
+}
+
 TEST_F(RecipesOnShow, RemovingFromAllRecipesMakesTheListShorterByOne) {
     ClickCategory("ALL RECIPES");
     PressLine(2, 2);

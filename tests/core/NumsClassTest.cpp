@@ -161,6 +161,13 @@ TEST_F(NumsClassTest, BinarySearchGivesThePlaceOrMinusThePlaceToInsertAt) {
     EXPECT_EQ(list.BinarySearch(4, 1, 7), 1);
 }
 
+TEST_F(NumsClassTest, TheMiddleIsRoundedWithHalvesToTheEvenNeighbour) {
+    Fill(" 1 2 5 5 8 9 ");
+    EXPECT_EQ(list.BinarySearch(5, 1, 6), 3) << "2.5 gives 2";
+    Fill(" 1 2 3 5 5 8 9 10 ");
+    EXPECT_EQ(list.BinarySearch(5, 1, 8), 5) << "3.5 gives 4";
+}
+
 TEST_F(NumsClassTest, BinarySearchOnAnEmptyListIsMinusOne) {
     EXPECT_EQ(list.BinarySearch(5, 1, 0), -1);
     EXPECT_EQ(list.Find(5, true), -1);
@@ -218,8 +225,11 @@ TEST_F(NumsClassTest, NextCustomRecipeNumWithoutCustomNumbersIsMinusOne) {
 
 TEST_F(NumsClassTest, TheSelfTestLeavesTheListAlone) {
     Fill(" 1 2 ");
+    const std::int16_t before = ticket.Value();
     list.TestIt();
     EXPECT_EQ(list.NumsToString(), " 1 2 ");
+    EXPECT_EQ(ticket.Value(), before + 1) << "one list was filled, another one";
+    EXPECT_EQ(recorder.Log, (std::vector<std::string>{"wait ", "done "}));
 }
 
 TEST_F(NumsClassTest, RandomOperationsAgreeWithASimpleModel) {

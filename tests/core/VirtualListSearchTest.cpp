@@ -22,6 +22,16 @@ TEST_F(VirtualListSearch, BinarySearchGivesThePlaceOrMinusThePlaceToInsertAt) {
     EXPECT_EQ(list.BinarySearch(9, 2, 4), -5) << "within the bounds alone";
 }
 
+TEST_F(VirtualListSearch, TheMiddleIsRoundedWithHalvesToTheEvenNeighbour) {
+    for (const std::int32_t num : {1, 2, 5, 5, 8, 9})
+        list.Add("", "", num, "at " + std::to_string(list.Count()));
+    EXPECT_EQ(list.BinarySearch(5, 1, 6), 3) << "2.5 gives 2";
+    list.ClearAll();
+    for (const std::int32_t num : {1, 2, 3, 5, 5, 8, 9, 10})
+        list.Add("", "", num, "at " + std::to_string(list.Count()));
+    EXPECT_EQ(list.BinarySearch(5, 1, 8), 5) << "3.5 gives 4";
+}
+
 TEST_F(VirtualListSearch, BinarySearchOnAnEmptyListIsMinusOne) {
     EXPECT_EQ(list.BinarySearch(5, 1, 0), -1);
     EXPECT_EQ(list.BinarySearch(5, 0, 0), -1);

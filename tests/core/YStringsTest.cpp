@@ -109,6 +109,15 @@ TEST_F(YStringsTest, GetTokenAfterReadsTheTokenBehindTheMarkerAndThenTheFollowin
     EXPECT_EQ(YS.GetTokenAfter(text, "x", " ", true), "SIZE") << "another marker begins anew";
 }
 
+TEST_F(YStringsTest, GetTokenAfterGoesOnInTheSameTextWithTheSameDelimiterOnly) {
+    const std::string text = "SIZE 10 20 30";
+    EXPECT_EQ(YS.GetTokenAfter(text, "SIZE", " ", true), "10");
+    EXPECT_EQ(YS.GetTokenAfter("SIZE 11 21 31", "SIZE", " ", true), "11") << "another text";
+    EXPECT_EQ(YS.GetTokenAfter(text, "SIZE", " ", true), "10") << "and back";
+    EXPECT_EQ(YS.GetTokenAfter(text, "SIZE", "2", true), " 10 ") << "another delimiter";
+    EXPECT_EQ(YS.GetTokenAfter(text, "SIZE", "2", true), "0 30");
+}
+
 TEST_F(YStringsTest, GetTokenAfterAnUnknownMarkerIsTheText0) {
     EXPECT_EQ(YS.GetTokenAfter("a b c", "SIZE", " ", false), "0");
 }
