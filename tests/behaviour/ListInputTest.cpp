@@ -76,6 +76,7 @@ TEST_F(Input, APressBelowTheLastLineDoesNothing) {
     Main().strSelectedKey[1] = "remembered";
     Main().listInput.booRightClick = true;
     List(2).SetHideSelection(true);
+    Main().ui.tmrScrolls.OnTimer = nullptr;  // however long the rest takes
     Main().ui.tmrScrolls.SetEnabled(true);
     PressAt(2, (Fit2 - 2) * Row(2) + 1);
     expectNothingDone();
