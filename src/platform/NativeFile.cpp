@@ -140,7 +140,10 @@ void NativeFile::Write(std::int64_t offset, std::string_view bytes) {
 }
 
 void NativeFile::Truncate(std::int64_t size) {
-    if (ftruncate(descriptor_, size) != 0) throw Failure(DataFailureNumber(errno), name_);
+    if (ftruncate(descriptor_, size) == 0) return;
+    // How the system puts that the file was opened for reading alone.
+    const int systemError = errno == EINVAL && size >= 0 ? EBADF : errno;
+    throw Failure(DataFailureNumber(systemError), name_);
 }
 
 void NativeFile::Flush() {

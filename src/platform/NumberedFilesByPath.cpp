@@ -21,7 +21,9 @@ bool NumberedFiles::ClearReadOnly(const std::string& path) {
     struct stat status {};
     if (stat(native.c_str(), &status) != 0 || (status.st_mode & S_IWUSR) != 0) return false;
     Tell("attributes", 0, path, 0);
-    return chmod(native.c_str(), (status.st_mode & 07777) | S_IWUSR) == 0;
+    if (chmod(native.c_str(), (status.st_mode & 07777) | S_IWUSR) != 0) return false;
+    // Some file systems let it succeed without any effect.
+    return stat(native.c_str(), &status) == 0 && (status.st_mode & S_IWUSR) != 0;
 }
 
 void NumberedFiles::Delete(const std::string& path) {

@@ -31,21 +31,22 @@ void RecipeJournal::Open(const RecipePair& pair) {
     NamingFile(pair.IndexPath, [&] { files_.Open(pair.Index, pair.IndexPath, FileMode::Random); });
 }
 
-void RecipeJournal::Settle() {
+bool RecipeJournal::Settle() {
     if (unfinished_) {
         TakeBack(*unfinished_);
-        return;
+        return true;
     }
     const bool text = files_.Exists(paths_.strRecipesTempFile);
     const bool index = files_.Exists(paths_.strRecipesIndexTempFile);
-    if (!text && !index) return;
+    if (!text && !index) return false;
     Close(TemporaryPair(paths_));
     if (index && !text) {
         FinishPair();
-    } else {
-        if (!index) SettleChange();
-        DeleteTemporaries();
+        return true;
     }
+    const bool changed = !index && SettleChange();
+    DeleteTemporaries();
+    return changed;
 }
 
 void RecipeJournal::SettleLastRun() {
@@ -118,19 +119,41 @@ std::optional<RecordChange> RecipeJournal::ReadJournal() {
     return change;
 }
 
-// A change that was begun before the program was killed. One that is complete stays.
-void RecipeJournal::SettleChange() {
+// A change that was begun before the program was killed. One that is complete stays; only the
+// system may know of it as yet, so it is carried to the disk before its journal goes.
+bool RecipeJournal::SettleChange() {
     std::optional<RecordChange> change;
     NamingFile(paths_.strRecipesTempFile, [&] { change = ReadJournal(); });
-    if (!change) return;
+    if (!change) return false;
     const RecipePair pair = PairOf(*change);
-    if (!files_.Exists(pair.TextPath)) return;
+    if (!change->Custom) RequireStockOf(change->Disc);
+    if (!files_.Exists(pair.TextPath)) {
+        // A first record whose file has not come into being.
+        if (change->TextLength == 0) return false;
+        throw Failure(failure::FileNotFound, pair.TextPath,
+                      pair.TextPath + "\n" + FailureText(failure::FileNotFound));
+    }
     Open(pair);
     bool takeBack = false;
-    NamingFile(pair.TextPath,
-               [&] { takeBack = MayTakeBack(*change, pair) && !IsComplete(*change, pair); });
+    NamingFile(pair.TextPath, [&] {
+        takeBack = MayTakeBack(*change, pair) && !IsComplete(*change, pair);
+        if (!takeBack) files_.FlushAll({pair.Text, pair.Index});
+    });
     Close(pair);
     if (takeBack) TakeBack(*change);
+    return takeBack;
+}
+
+bool RecipeJournal::StockIsOnDisc() const {
+    return paths_.strPathCD != paths_.strPath;
+}
+
+// What was begun on the stock beside the user's recipes says nothing about the stock of a disc, nor
+// the other way round.
+void RecipeJournal::RequireStockOf(bool disc) const {
+    if (disc == StockIsOnDisc()) return;
+    throw Failure(failure::PathAccess, paths_.strRecipesFile,
+                  paths_.strRecipesFile + "\n" + FailureText(failure::PathAccess));
 }
 
 // Whether the files can be those that the journal was written for.
@@ -158,26 +181,40 @@ bool RecipeJournal::IsUntouched(const RecordChange& change, const RecipePair& pa
     return files_.ReadChars(pair.Text, static_cast<std::int64_t>(change.Old.size())) == change.Old;
 }
 
-// Puts the old state back and forgets the change. What is there already is not written again: a
-// file that must not be written was not changed either.
+// Puts the old state back and forgets the change. Files that were marked as not to be written
+// since then lose their mark.
 void RecipeJournal::TakeBack(const RecordChange& change) {
     const RecipePair pair = PairOf(change);
-    Open(pair);
     NamingFile(pair.TextPath, [&] {
-        if (IsUntouched(change, pair)) return;
-        if (change.Adds) {
-            files_.SetLength(pair.Text, change.TextLength);
-            files_.SetLength(pair.Index, change.IndexLength);
-            files_.FlushAll({pair.Text, pair.Index});
-        } else {
-            files_.Seek(pair.Text, change.Position);
-            files_.Write(pair.Text, change.Old);
-            files_.Flush(pair.Text);
+        try {
+            PutBack(change, pair);
+        } catch (const Failure& f) {
+            if (f.Number != failure::PathAccess) throw;
+            const bool text = files_.ClearReadOnly(pair.TextPath);
+            const bool index = files_.ClearReadOnly(pair.IndexPath);
+            if (!text && !index) throw;
+            PutBack(change, pair);
         }
     });
     Close(pair);
     unfinished_.reset();
     DeleteTemporaries();
+}
+
+// What is there already is not written again: a file that must not be written was not changed
+// either. But it may be there for the system alone, so it is flushed.
+void RecipeJournal::PutBack(const RecordChange& change, const RecipePair& pair) {
+    Open(pair);
+    if (!IsUntouched(change, pair)) {
+        if (change.Adds) {
+            files_.SetLength(pair.Text, change.TextLength);
+            files_.SetLength(pair.Index, change.IndexLength);
+        } else {
+            files_.Seek(pair.Text, change.Position);
+            files_.Write(pair.Text, change.Old);
+        }
+    }
+    files_.FlushAll({pair.Text, pair.Index});
 }
 
 }  // namespace larder

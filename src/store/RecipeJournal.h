@@ -29,7 +29,8 @@ class RecipeJournal {
     // record back unless it is complete, finishes a rewrite, deletes the temporary files. Nothing
     // happens when there are none. A failure names the file; the temporary files stay then, and
     // nothing may be written before a later call succeeds. Leaves the files that it needed closed.
-    void Settle();
+    // True when a recipe file may have changed: what was counted is to be counted anew.
+    bool Settle();
     // Settle for the start of the program, before the files are opened.
     void SettleLastRun();
 
@@ -47,18 +48,22 @@ class RecipeJournal {
     void WriteJournal(const RecordChange& change);
     std::optional<RecordChange> ReadJournal();
     void TakeBack(const RecordChange& change);
+    void PutBack(const RecordChange& change, const RecipePair& pair);
+    bool StockIsOnDisc() const;
+    void RequireStockOf(bool disc) const;
     void Open(const RecipePair& pair);
     void Close(const RecipePair& pair);
     bool IsUntouched(const RecordChange& change, const RecipePair& pair);
     bool MayTakeBack(const RecordChange& change, const RecipePair& pair) const;
     bool IsComplete(const RecordChange& change, const RecipePair& pair);
-    void SettleChange();
+    bool SettleChange();
     void DeleteTemporaries();
 
     void FinishPair();
     void RenameIndex(const RecipePair& pair);
     void TrimIndex(const RecipePair& pair);
     std::optional<RecipePair> OwnerOfTemporaryIndex();
+    std::optional<RecipePair> OwnerByMark(const std::string& mark) const;
     std::vector<std::int32_t> EntriesOf(int indexNumber);
     bool Fits(const std::vector<std::int32_t>& entries, const RecipePair& pair);
     bool OwnIndexFits(const RecipePair& pair);

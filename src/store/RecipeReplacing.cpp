@@ -14,6 +14,7 @@ using filenumber::RecipesTemp;
 // The last byte of a finished temporary index: whose it is. It is no part of an entry.
 constexpr std::string_view customMark = "C";
 constexpr std::string_view stockMark = "S";
+constexpr std::string_view discMark = "D";  // the stock's too, whose text lies on a disc
 
 }  // namespace
 
@@ -23,7 +24,8 @@ void RecipeJournal::PutInPlace(const RecipePair& pair) {
     files_.Open(RecipesTemp, text, FileMode::Append);
     files_.Open(RecipesIndexTemp, index, FileMode::Append);
     const bool custom = pair.Text == filenumber::CustomRecipes;
-    files_.Write(RecipesIndexTemp, custom ? customMark : stockMark);
+    const std::string_view ofStock = StockIsOnDisc() ? discMark : stockMark;
+    files_.Write(RecipesIndexTemp, custom ? customMark : ofStock);
     files_.FlushAll({RecipesTemp, RecipesIndexTemp}, index);
     files_.Close(RecipesTemp);
     files_.Close(RecipesIndexTemp);
@@ -45,16 +47,29 @@ void RecipeJournal::TrimIndex(const RecipePair& pair) {
     if (length % 4 != 0) files_.SetLength(pair.Index, length - length % 4);
 }
 
+// Whoever renamed the text may have been stopped before that was on the disk, where the text must
+// not come after its index.
 void RecipeJournal::FinishPair() {
     const std::string& index = paths_.strRecipesIndexTempFile;
     std::optional<RecipePair> owner;
     NamingFile(index, [&] { owner = OwnerOfTemporaryIndex(); });
     if (!owner) return DeleteTemporaries();
     Close(*owner);
-    NamingFile(owner->IndexPath, [&] { RenameIndex(*owner); });
+    NamingFile(owner->IndexPath, [&] {
+        files_.FlushAll({}, owner->TextPath);
+        RenameIndex(*owner);
+    });
 }
 
-// By its mark; without one, by the text that its entries fit. Nothing for an index of neither.
+std::optional<RecipePair> RecipeJournal::OwnerByMark(const std::string& mark) const {
+    if (mark == customMark) return CustomPair(paths_);
+    if (mark != stockMark && mark != discMark) return std::nullopt;
+    RequireStockOf(mark == discMark);
+    return StockPair(paths_);
+}
+
+// By its mark; without one, by the text that its entries fit. Nothing for an index of neither, nor
+// for a marked one that does not fit where the one that is there does.
 std::optional<RecipePair> RecipeJournal::OwnerOfTemporaryIndex() {
     const RecipePair custom = CustomPair(paths_);
     const RecipePair stock = StockPair(paths_);
@@ -63,11 +78,11 @@ std::optional<RecipePair> RecipeJournal::OwnerOfTemporaryIndex() {
     files_.Seek(RecipesIndexTemp, length - length % 4 + 1);
     const std::string mark = files_.ReadChars(RecipesIndexTemp, length % 4);
     files_.Close(RecipesIndexTemp);
-    if (mark == customMark) return custom;
-    if (mark == stockMark) return stock;
+    const std::optional<RecipePair> marked = OwnerByMark(mark);
     files_.Open(RecipesIndexTemp, paths_.strRecipesIndexTempFile, FileMode::Random);
     const std::vector<std::int32_t> entries = EntriesOf(RecipesIndexTemp);
     files_.Close(RecipesIndexTemp);
+    if (marked) return Fits(entries, *marked) || !OwnIndexFits(*marked) ? marked : std::nullopt;
     const bool fitsCustom = Fits(entries, custom);
     const bool fitsStock = Fits(entries, stock);
     if (fitsCustom && fitsStock) return OwnIndexFits(custom) ? stock : custom;
@@ -100,6 +115,7 @@ bool RecipeJournal::Fits(const std::vector<std::int32_t>& entries, const RecipeP
 }
 
 bool RecipeJournal::OwnIndexFits(const RecipePair& pair) {
+    if (!files_.Exists(pair.TextPath) || !files_.Exists(pair.IndexPath)) return false;
     Open(pair);
     const std::vector<std::int32_t> entries = EntriesOf(pair.Index);
     return Fits(entries, pair);

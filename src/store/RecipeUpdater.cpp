@@ -82,6 +82,7 @@ bool RecipeUpdater::ClearAttributes(const RecipePair& pair) {
 bool RecipeUpdater::OverwriteRecord(const Place& place, const NewRecord& record) {
     RecordChange change;
     change.Custom = place.Pair.Text == filenumber::CustomRecipes;
+    change.Disc = !change.Custom && paths_.strPathCD != paths_.strPath;
     change.TextLength = files_.Length(place.Pair.Text);
     change.IndexLength = files_.Length(place.Pair.Index) / 4 * 4;
     change.Position = files_.ReadRecord(place.Pair.Index, place.Entry);

@@ -35,7 +35,10 @@ std::uint64_t ChecksumOf(std::string_view bytes) {
 
 std::string JournalOf(const RecordChange& change) {
     std::ostringstream line;
-    line << signature << (change.Custom ? "custom " : "stock ")
+    line << signature
+         << (change.Custom ? "custom "
+             : change.Disc ? "disc "
+                           : "stock ")
          << (change.Adds ? "add " : "change ") << change.TextLength << ' ' << change.IndexLength
          << ' ' << change.Position << ' ' << change.NewBytes << ' ' << Digits(change.NewSum) << ' '
          << change.Old.size() << "\r\n";
@@ -60,6 +63,7 @@ std::optional<RecordChange> ChangeIn(std::string_view journal) {
     change.Old = body.substr(lineEnd + 2);
     if (!line || change.Old.size() != oldBytes) return {};
     change.Custom = pair == "custom";
+    change.Disc = pair == "disc";
     change.Adds = kind == "add";
     change.NewSum = std::stoull(sum, nullptr, 16);
     return change;

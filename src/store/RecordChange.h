@@ -11,6 +11,7 @@ namespace larder {
 // one together with an index entry. It has all that is needed to take the change back.
 struct RecordChange {
     bool Custom = true;            // the user's recipes, else the stock
+    bool Disc = false;             // the stock's text lies on a disc
     bool Adds = false;             // behind the last record
     std::int64_t TextLength = 0;   // of the files before the change, in bytes
     std::int64_t IndexLength = 0;  // in whole entries

@@ -8,6 +8,7 @@
 
 #include "platform/Failure.h"
 #include "support/DataFolder.h"
+#include "support/PowerCut.h"
 #include "support/StoreSession.h"
 #include "support/StoredRecipes.h"
 #include "support/TempFolder.h"
@@ -217,6 +218,115 @@ TEST_F(StartAfterACrash, WhatCannotBeTakenBackIsToldWithItsFileAndKept) {
     broken = false;
     EXPECT_TRUE(session.Add("New", "{\\rtf1}"));
     EXPECT_EQ(Text(), own.Text + "New\r\n{\\rtf1}\r\n");
+}
+
+// Kinds of access in their order: "rename", "flush Custom Recipes.ydb", ...
+std::vector<std::string> AccessesOfStart(const std::filesystem::path& folder) {
+    std::vector<std::string> accesses;
+    StoreSession session(folder);
+    session.Files.Watch([&](const NumberedFiles::Access& access) {
+        if (access.Kind == "open" || !Changes(access)) return;
+        const std::string path(access.Path);
+        accesses.push_back(std::string(access.Kind) + (access.Number == 0 ? " name " : " ") +
+                           path.substr(path.rfind('\\') + 1));
+    });
+    session.Start();
+    return accesses;
+}
+
+TEST_F(StartAfterACrash, TheRenamedTextIsOnTheDiskBeforeItsIndexIsRenamed) {
+    folder.Write("Data/Custom Recipes.ydb", longer.Text);
+    LeaveIndex(longer.Index() + "C");
+    const std::vector<std::string> expected = {
+        "flush name Custom Recipes.ydb", "rename name Custom Recipes Index.ind",
+        "flush name Custom Recipes Index.ind", "truncate Custom Recipes Index.ind"};
+    EXPECT_EQ(AccessesOfStart(folder.Native("Data")), expected);
+}
+
+TEST_F(StartAfterACrash, WhatTheJournalVouchesForIsOnTheDiskBeforeItGoes) {
+    const std::vector<std::string> expected = {"flush Custom Recipes.ydb",
+                                               "flush Custom Recipes Index.ind",
+                                               "delete name Recipes Temp.ydb"};
+    for (const std::size_t bytes : {std::string(Written).size(), std::size_t{0}}) {
+        folder.Write("Data/Custom Recipes.ydb", TextWith(bytes));
+        LeaveText(JournalOf(Overwriting()));
+        EXPECT_EQ(AccessesOfStart(folder.Native("Data")), expected) << bytes;
+    }
+}
+
+TEST_F(StartAfterACrash, AMarkedIndexThatDoesNotFitItsTextIsDropped) {
+    for (const char* mark : {"C", "S"}) {
+        LeaveIndex(IndexBytes({1, 7, 9}) + mark);
+        Start();
+        ExpectUnchanged();
+    }
+}
+
+TEST_F(StartAfterACrash, AJournalStaysUntilItsTextIsBack) {
+    folder.Write("Data/Custom Recipes.ydb", TextWith(5));
+    const std::string torn = Text();
+    LeaveText(JournalOf(Overwriting()));
+    std::filesystem::remove(folder.Native("Data/Custom Recipes.ydb"));
+    EXPECT_THROW(Start(), Failure);
+    EXPECT_TRUE(HasTemporaries(Now()));
+    folder.Write("Data/Custom Recipes.ydb", torn);
+    Start();
+    ExpectUnchanged();
+}
+
+TEST_F(StartAfterACrash, AChangeOfTheStockIsNotTakenBackOnADisc) {
+    RecordChange change;
+    change.Custom = false;
+    change.TextLength = static_cast<std::int64_t>(stock.Text.size());
+    change.IndexLength = 12;
+    change.Position = 1;
+    change.Old = "Stock Z";
+    change.SetNew("Stock Y");
+    folder.MakeFolder("Disc");
+    folder.Write("Disc/Recipes.ydb", stock.Text);
+    const auto startWithDisc = [&] {
+        StoreSession session(folder.Native("Data"));
+        session.Paths.Assign(session.Paths.strPath,
+                             session.NamePaths.Alias(folder.Native("Disc")) + "\\");
+        session.Start();
+    };
+    LeaveText(JournalOf(change));
+    EXPECT_THROW(startWithDisc(), Failure);
+    EXPECT_EQ(folder.Read("Disc/Recipes.ydb"), stock.Text);
+    EXPECT_TRUE(HasTemporaries(Now()));
+    change.Disc = true;
+    LeaveText(JournalOf(change));
+    EXPECT_THROW(Start(), Failure);
+    EXPECT_EQ(folder.Read("Data/Recipes.ydb"), stock.Text);
+    startWithDisc();
+    EXPECT_EQ(folder.Read("Disc/Recipes.ydb"), "Stock Z" + stock.Text.substr(7));
+    EXPECT_FALSE(HasTemporaries(Now()));
+}
+
+TEST_F(StartAfterACrash, AnIndexOfTheStockIsNotPutBesideTheTextOfADisc) {
+    LeaveIndex(stock.Index() + "D");
+    EXPECT_THROW(Start(), Failure);
+    EXPECT_TRUE(HasTemporaries(Now()));
+}
+
+TEST_F(StartAfterACrash, AnAddedRecordIsTakenOffAFileThatIsReadOnlyNow) {
+    const Unprivileged user;
+    const TempFolder mine;
+    RecordChange change;
+    change.Adds = true;
+    change.TextLength = static_cast<std::int64_t>(own.Text.size());
+    change.IndexLength = 8;
+    change.Position = static_cast<std::int32_t>(own.Text.size()) + 1;
+    change.SetNew(Written);
+    mine.Write("Data/Recipes.ydb", stock.Text);
+    mine.Write("Data/Recipes Index.ind", stock.Index());
+    mine.Write("Data/Custom Recipes.ydb", own.Text + "Dab");
+    mine.Write("Data/Custom Recipes Index.ind", own.Index());
+    mine.Write("Data/Recipes Temp.ydb", JournalOf(change));
+    ASSERT_EQ(chmod(mine.Native("Data/Custom Recipes.ydb").c_str(), 0444), 0);
+    StoreSession(mine.Native("Data")).Start();
+    EXPECT_EQ(mine.Read("Data/Custom Recipes.ydb"), own.Text);
+    EXPECT_FALSE(HasTemporaries(BytesOf(mine.Native("Data"))));
 }
 
 TEST_F(StartAfterACrash, AFolderWithoutTemporaryFilesIsNotTouched) {
