@@ -31,6 +31,9 @@ class RecipeJournal {
     // nothing may be written before a later call succeeds. Leaves the files that it needed closed.
     // True when a recipe file may have changed: what was counted is to be counted anew.
     bool Settle();
+    // Settle for readers, who would find a rewritten text beside its old index: does nothing unless
+    // that is what a failure has left.
+    void SettleRenamedText();
     // Settle for the start of the program, before the files are opened.
     void SettleLastRun();
 
@@ -71,6 +74,7 @@ class RecipeJournal {
     NumberedFiles& files_;
     const DataPaths& paths_;
     std::optional<RecordChange> unfinished_;  // failed in this run, and not taken back yet
+    bool textRenamed_ = false;                // and its index not, since a failure in this run
 };
 
 }  // namespace larder

@@ -29,8 +29,17 @@ void RecipeJournal::PutInPlace(const RecipePair& pair) {
     files_.FlushAll({RecipesTemp, RecipesIndexTemp}, index);
     files_.Close(RecipesTemp);
     files_.Close(RecipesIndexTemp);
-    files_.Replace(text, pair.TextPath);
-    RenameIndex(pair);
+    try {
+        files_.Replace(text, pair.TextPath);
+        RenameIndex(pair);
+    } catch (const Failure&) {
+        textRenamed_ = !files_.Exists(text) && files_.Exists(index);
+        throw;
+    }
+}
+
+void RecipeJournal::SettleRenamedText() {
+    if (textRenamed_) Settle();
 }
 
 void RecipeJournal::RenameIndex(const RecipePair& pair) {
@@ -50,15 +59,20 @@ void RecipeJournal::TrimIndex(const RecipePair& pair) {
 // Whoever renamed the text may have been stopped before that was on the disk, where the text must
 // not come after its index.
 void RecipeJournal::FinishPair() {
+    textRenamed_ = true;
     const std::string& index = paths_.strRecipesIndexTempFile;
     std::optional<RecipePair> owner;
     NamingFile(index, [&] { owner = OwnerOfTemporaryIndex(); });
-    if (!owner) return DeleteTemporaries();
-    Close(*owner);
-    NamingFile(owner->IndexPath, [&] {
-        files_.FlushAll({}, owner->TextPath);
-        RenameIndex(*owner);
-    });
+    if (owner) {
+        Close(*owner);
+        NamingFile(owner->IndexPath, [&] {
+            files_.FlushAll({}, owner->TextPath);
+            RenameIndex(*owner);
+        });
+    } else {
+        DeleteTemporaries();
+    }
+    textRenamed_ = false;
 }
 
 std::optional<RecipePair> RecipeJournal::OwnerByMark(const std::string& mark) const {

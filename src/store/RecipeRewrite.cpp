@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <functional>
 #include <limits>
 
 #include "platform/Failure.h"
@@ -23,13 +25,13 @@ bool RecipeUpdater::UpdateRecipe_TheLongWay(std::int32_t RecipeNum, const std::s
                                             const std::string& strTitleTXT) {
     if (!InRange(RecipeNum)) return false;
     return Rewrite(RecipeNum, {strTitleTXT, strRTF}, lineEnd,
-                   [this](const Place& place, std::int32_t start) { CopyTail(place, start); });
+                   [this](const Place& place) { CopyTail(place); });
 }
 
 bool RecipeUpdater::UpdateRecipe_customOnly(std::int32_t RecipeNum, const std::string& strRTF,
                                             const std::string& strTitleTXT) {
     if (!InRange(RecipeNum) || RecipeNum <= store_.OriginalNumRecords) return false;
-    const auto addOneByOne = [this](const Place& place, std::int32_t) {
+    const auto addOneByOne = [this](const Place& place) {
         for (std::int32_t i = place.Entry + 1; i <= place.Last; ++i) {
             const std::int32_t number = store_.OriginalNumRecords + i;
             writer_.AppendRecord(store_.GetRecipeTitle(number), store_.GetRecipeRTF(number),
@@ -42,31 +44,57 @@ bool RecipeUpdater::UpdateRecipe_customOnly(std::int32_t RecipeNum, const std::s
 bool RecipeUpdater::Rewrite(std::int32_t RecipeNum, const NewRecord& record,
                             std::int64_t notFromHead, const Tail& tail) {
     if (around_.EditMode()) around_.TellMaintainer("Doing a long update.\rPlease wait...");
-    const Place place = PlaceOf(RecipeNum);
-    const Hourglass hourglass(around_);
+    std::string trouble;
+    const bool replaced = [&] {
+        const Hourglass hourglass(around_);
+        return ReplaceFiles(RecipeNum, record, notFromHead, tail, trouble);
+    }();
+    if (!trouble.empty()) around_.ShowError(trouble);
+    if (!replaced) return false;
+    Ignoring([&] { around_.ShowNewTitle(RecipeNum, record.Title); });
+    return true;
+}
+
+// Whether the change stands; `trouble` is what to tell, which there may be even then.
+bool RecipeUpdater::ReplaceFiles(std::int32_t RecipeNum, const NewRecord& record,
+                                 std::int64_t notFromHead, const Tail& tail, std::string& trouble) {
+    const RecipePair pair = PlaceOf(RecipeNum).Pair;
     bool replacing = false;
     try {
-        writer_.Journal.Settle();
-        Close(place.Pair);
-        BuildTemporaries(place, record, notFromHead, tail);
-        Close(place.Pair);
+        writer_.Settle();
+        if (!InRange(RecipeNum)) return false;  // was the half of a new one
+        Close(pair);
+        BuildTemporaries(PlaceOf(RecipeNum), record, notFromHead, tail);
+        Close(pair);
         replacing = true;
-        writer_.Journal.PutInPlace(place.Pair);
+        writer_.Journal.PutInPlace(pair);
     } catch (const Failure& f) {
-        Close(place.Pair);
+        Close(pair);
         Close(TemporaryPair(paths_));
-        around_.ShowError("Error updating recipe\n" + f.Description);
+        trouble = "Error updating recipe\n" + f.Description;
         if (!replacing || !TextWasReplaced()) return false;
         // There is no way back from here; where the rest cannot be done either, the next write or
         // the next start does it.
         Ignoring([&] { writer_.Journal.Settle(); });
     }
-    Ignoring([&] { around_.ShowNewTitle(RecipeNum, record.Title); });
     return true;
 }
 
 bool RecipeUpdater::TextWasReplaced() const {
     return !files_.Exists(paths_.strRecipesTempFile);
+}
+
+// An index that has not an entry for each record, in their order and within the text, would double
+// records or lose some.
+void RecipeUpdater::CheckIndex(const Place& place) {
+    const RecipePair& pair = place.Pair;
+    bool sound = files_.Length(pair.Index) / 4 == place.Last;
+    if (sound) {
+        const std::vector<std::int32_t> entries = files_.ReadRecords(pair.Index, 1, place.Last);
+        sound = entries.front() >= 1 && entries.back() <= files_.Length(pair.Text) &&
+                std::ranges::adjacent_find(entries, std::greater_equal()) == entries.end();
+    }
+    if (!sound) throw Failure(failure::BadRecordNumber, pair.IndexPath);
 }
 
 // Both temporary files, whole and closed. `notFromHead`: how many bytes before the record are left
@@ -77,18 +105,18 @@ void RecipeUpdater::BuildTemporaries(const Place& place, const NewRecord& record
     const RecipePair temporary = TemporaryPair(paths_);
     files_.Open(pair.Text, pair.TextPath, FileMode::Input);
     files_.Open(pair.Index, pair.IndexPath, FileMode::Random);
+    CheckIndex(place);
     files_.Open(RecipesTemp, temporary.TextPath, FileMode::Output);
     // The text's name is on the disk before there is an index: an index without a text would mean
     // that the text has been renamed.
     files_.Flush(RecipesTemp);
     files_.Open(RecipesIndexTemp, temporary.IndexPath, FileMode::Random);
     const std::int32_t start = files_.ReadRecord(pair.Index, place.Entry);
-    if (start < 1) throw Failure(failure::BadRecordNumber, pair.IndexPath);
     files_.Seek(pair.Text, 1);
     if (start > 1) CopyAsLine(pair.Text, std::int64_t{start} - 1 - notFromHead);
     files_.WriteRecords(RecipesIndexTemp, 1, files_.ReadRecords(pair.Index, 1, place.Entry - 1));
     writer_.AppendRecord(record.Title, record.Rtf, RecipesTemp, RecipesIndexTemp);
-    if (place.Entry < place.Last) tail(place, start);
+    if (place.Entry < place.Last) tail(place);
     Close(temporary);
 }
 
@@ -101,14 +129,12 @@ void RecipeUpdater::CopyAsLine(int from, std::int64_t count) {
     files_.WriteLine(RecipesTemp, files_.ReadChars(from, count));
 }
 
-void RecipeUpdater::CopyTail(const Place& place, std::int32_t start) {
+void RecipeUpdater::CopyTail(const Place& place) {
     const RecipePair& pair = place.Pair;
     const RecipePair temporary = TemporaryPair(paths_);
     std::vector<std::int32_t> entries =
         files_.ReadRecords(pair.Index, std::int64_t{place.Entry} + 1, place.Last - place.Entry);
     const std::int32_t tail = entries.front();
-    // An index without order would double records or lose some.
-    if (tail <= start) throw Failure(failure::BadRecordNumber, pair.IndexPath);
     files_.Seek(pair.Text, tail);
     files_.Open(RecipesTemp, temporary.TextPath, FileMode::Append);
     files_.Open(RecipesIndexTemp, temporary.IndexPath, FileMode::Random);

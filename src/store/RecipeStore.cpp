@@ -35,6 +35,7 @@ void RecipeStore::OpenYDB_IND_Normal() {
     using namespace filenumber;
     Ignoring([&] { files_.Close(CustomRecipes); });
     Ignoring([&] { files_.Close(CustomRecipesIndex); });
+    if (BeforeOpening) BeforeOpening();
     Ignoring([&] { files_.Open(Recipes, paths_.strRecipesFile, FileMode::Input); });
     Ignoring([&] { files_.Open(RecipesIndex, paths_.strRecipesIndexFile, FileMode::Random); });
     Ignoring([&] { files_.Open(CustomRecipes, paths_.strCustomRecipesFile, FileMode::Input); });

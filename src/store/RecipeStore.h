@@ -55,6 +55,8 @@ class RecipeStore {
     // Called with each count that is set; may be empty.
     std::function<void(std::int32_t)> OnTotalRecipes;
 
+    // Called before OpenYDB_IND_Normal opens anything; may be empty.
+    std::function<void()> BeforeOpening;
     // Closes files 21 and 22 and opens 1, 2, 21 and 22, going on whatever fails: what is open stays
     // in use, a missing text file stays closed, a missing index comes into being, empty.
     void OpenYDB_IND_Normal();

@@ -1,5 +1,7 @@
 #include "store/RecipeUpdater.h"
 
+#include <algorithm>
+
 #include "platform/Failure.h"
 #include "store/Hourglass.h"
 
@@ -37,15 +39,21 @@ bool RecipeUpdater::UpdateRecipe(std::int32_t RecipeNum, const std::string& strR
 bool RecipeUpdater::UpdateRecipe_TheShortWay(std::int32_t RecipeNum, const std::string& strRTF,
                                              const std::string& strTitleTXT) {
     if (!InRange(RecipeNum)) return false;
+    // What an earlier write has left is dealt with before the record is read; where that fails, the
+    // write below tells it.
+    Ignoring([&] { writer_.Settle(); });
     // Makes sure that the record can be reached: asks for the disc, say.
     store_.GetRecipeTitle(RecipeNum);
     store_.GetRecipeRTF(RecipeNum);
-    const Place place = PlaceOf(RecipeNum);
-    const Hourglass hourglass(around_);
-    const Outcome outcome = WriteInPlace(place, {strTitleTXT, strRTF});
+    std::string trouble;
+    const Outcome outcome = [&] {
+        const Hourglass hourglass(around_);
+        return WriteInPlace(RecipeNum, {strTitleTXT, strRTF}, trouble);
+    }();
     if (outcome == Outcome::DoesNotFit) {
         return UpdateRecipe_TheLongWay(RecipeNum, strRTF, strTitleTXT);
     }
+    if (!trouble.empty()) around_.ShowError(trouble);
     if (outcome == Outcome::Failed) return false;
     Ignoring([&] { around_.ShowNewTitle(RecipeNum, strTitleTXT); });
     return true;
@@ -53,20 +61,23 @@ bool RecipeUpdater::UpdateRecipe_TheShortWay(std::int32_t RecipeNum, const std::
 
 // Tries for as long as there is a mark of write protection to take away, as files copied from a
 // disc have it.
-RecipeUpdater::Outcome RecipeUpdater::WriteInPlace(const Place& place, const NewRecord& record) {
+RecipeUpdater::Outcome RecipeUpdater::WriteInPlace(std::int32_t RecipeNum, const NewRecord& record,
+                                                   std::string& trouble) {
+    const RecipePair pair = PlaceOf(RecipeNum).Pair;
     for (;;) {
         try {
-            writer_.Journal.Settle();
-            Close(place.Pair);
-            files_.Open(place.Pair.Text, place.Pair.TextPath, FileMode::Binary);
-            files_.Open(place.Pair.Index, place.Pair.IndexPath, FileMode::Random);
-            const bool fitted = OverwriteRecord(place, record);
-            Close(place.Pair);
+            writer_.Settle();
+            if (!InRange(RecipeNum)) return Outcome::Failed;  // was the half of a new one
+            Close(pair);
+            files_.Open(pair.Text, pair.TextPath, FileMode::Binary);
+            files_.Open(pair.Index, pair.IndexPath, FileMode::Random);
+            const bool fitted = OverwriteRecord(PlaceOf(RecipeNum), record);
+            Close(pair);
             return fitted ? Outcome::Done : Outcome::DoesNotFit;
         } catch (const Failure& f) {
-            Close(place.Pair);
-            if (f.Number == failure::PathAccess && ClearAttributes(place.Pair)) continue;
-            around_.ShowError("Error updating recipe\n" + f.Description);
+            Close(pair);
+            if (f.Number == failure::PathAccess && ClearAttributes(pair)) continue;
+            trouble = "Error updating recipe\n" + f.Description;
             return Outcome::Failed;
         }
     }
@@ -78,6 +89,24 @@ bool RecipeUpdater::ClearAttributes(const RecipePair& pair) {
     return text || index;
 }
 
+// Where the record behind it begins; for the last one, the length of the text. An index that has
+// another record begin before that would lose it.
+std::int64_t RecipeUpdater::EndOf(const Place& place, std::int32_t start) {
+    const std::vector<std::int32_t> entries =
+        files_.ReadRecords(place.Pair.Index, 1, files_.Length(place.Pair.Index) / 4);
+    if (static_cast<std::size_t>(place.Entry) > entries.size()) {
+        throw Failure(failure::BadRecordNumber, place.Pair.IndexPath);
+    }
+    const auto own = static_cast<std::size_t>(place.Entry) - 1;
+    const bool last = own + 1 == entries.size();
+    const std::int64_t end = last ? files_.Length(place.Pair.Text) : entries[own + 1];
+    const auto inside = [&](std::int32_t entry) { return entry >= start && entry < end; };
+    if (start < 1 || end <= start || std::ranges::count_if(entries, inside) != 1) {
+        throw Failure(failure::BadRecordNumber, place.Pair.IndexPath);
+    }
+    return end;
+}
+
 // False when the record has no room for it: nothing is written then.
 bool RecipeUpdater::OverwriteRecord(const Place& place, const NewRecord& record) {
     RecordChange change;
@@ -86,9 +115,7 @@ bool RecipeUpdater::OverwriteRecord(const Place& place, const NewRecord& record)
     change.TextLength = files_.Length(place.Pair.Text);
     change.IndexLength = files_.Length(place.Pair.Index) / 4 * 4;
     change.Position = files_.ReadRecord(place.Pair.Index, place.Entry);
-    std::int64_t next = files_.ReadRecord(place.Pair.Index, std::int64_t{place.Entry} + 1);
-    if (next == 0) next = change.TextLength;
-    const std::int64_t room = next - change.Position;
+    const std::int64_t room = EndOf(place, change.Position) - change.Position;
     const auto needed = static_cast<std::int64_t>(record.Rtf.size() + record.Title.size() + 4);
     if (room < needed) return false;
     files_.Seek(place.Pair.Text, change.Position);

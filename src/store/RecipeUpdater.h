@@ -64,21 +64,25 @@ class RecipeUpdater {
         const std::string& Rtf;
     };
     enum class Outcome { Done, DoesNotFit, Failed };
-    using Tail = std::function<void(const Place& place, std::int32_t start)>;
+    using Tail = std::function<void(const Place& place)>;
 
     bool InRange(std::int32_t RecipeNum) const;
     Place PlaceOf(std::int32_t RecipeNum) const;
     void Close(const RecipePair& pair);
-    Outcome WriteInPlace(const Place& place, const NewRecord& record);
+    Outcome WriteInPlace(std::int32_t RecipeNum, const NewRecord& record, std::string& trouble);
     bool OverwriteRecord(const Place& place, const NewRecord& record);
     bool ClearAttributes(const RecipePair& pair);
 
+    bool ReplaceFiles(std::int32_t RecipeNum, const NewRecord& record, std::int64_t notFromHead,
+                      const Tail& tail, std::string& trouble);
+    std::int64_t EndOf(const Place& place, std::int32_t start);
+    void CheckIndex(const Place& place);
     bool Rewrite(std::int32_t RecipeNum, const NewRecord& record, std::int64_t notFromHead,
                  const Tail& tail);
     void BuildTemporaries(const Place& place, const NewRecord& record, std::int64_t notFromHead,
                           const Tail& tail);
     void CopyAsLine(int from, std::int64_t count);
-    void CopyTail(const Place& place, std::int32_t start);
+    void CopyTail(const Place& place);
     bool TextWasReplaced() const;
 
     NumberedFiles& files_;

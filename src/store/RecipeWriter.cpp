@@ -37,7 +37,13 @@ RecipeWriter::RecipeWriter(NumberedFiles& files, const DataPaths& paths, RecipeS
       files_(files),
       paths_(paths),
       store_(store),
-      message_(std::move(message)) {}
+      message_(std::move(message)) {
+    store_.BeforeOpening = [this] { Ignoring([this] { Journal.SettleRenamedText(); }); };
+}
+
+RecipeWriter::~RecipeWriter() {
+    store_.BeforeOpening = nullptr;
+}
 
 bool RecipeWriter::AddRecipeTo_YDB_IND(const std::string& strTitleTXT,
                                        const std::string& strRecipeRTF, std::int16_t XYDBFileNum,
@@ -64,7 +70,7 @@ void RecipeWriter::AppendRecord(const std::string& strTitleTXT, const std::strin
         Ignoring([&] { files_.Close(XINDFileNum); });
     };
     try {
-        if (custom) Journal.Settle();
+        if (custom) Settle();
         OpenForAppending(custom ? CustomPair(paths_) : TemporaryPair(paths_));
         if (custom) {
             AppendToOwn(strTitleTXT, strRecipeRTF);
@@ -76,6 +82,13 @@ void RecipeWriter::AppendRecord(const std::string& strTitleTXT, const std::strin
         throw;
     }
     close();
+}
+
+void RecipeWriter::Settle() {
+    countAgain_ = Journal.Settle() || countAgain_;
+    if (!countAgain_) return;
+    store_.RecalculateTotalRecipes();
+    countAgain_ = false;
 }
 
 void RecipeWriter::AppendToOwn(const std::string& title, const std::string& rtf) {

@@ -22,6 +22,14 @@ class RecipeWriter {
 
     // All three outlive the writer.
     RecipeWriter(NumberedFiles& files, const DataPaths& paths, RecipeStore& store, Message message);
+    ~RecipeWriter();
+    RecipeWriter(const RecipeWriter&) = delete;
+    RecipeWriter& operator=(const RecipeWriter&) = delete;
+
+    // Before every write to recipe files: deals with what an earlier one has left, as Journal
+    // tells, and counts the recipes anew where that changed them. After a failure nothing may be
+    // written.
+    void Settle();
 
     // Appends a recipe to the custom files (21 and 22), which makes it number TotalNumRecords + 1,
     // or to the temporary files (11 and 12), which whoever puts them in the place of others has to
@@ -54,6 +62,7 @@ class RecipeWriter {
     const DataPaths& paths_;
     RecipeStore& store_;
     Message message_;
+    bool countAgain_ = false;
 };
 
 }  // namespace larder

@@ -329,6 +329,34 @@ TEST_F(StartAfterACrash, AnAddedRecordIsTakenOffAFileThatIsReadOnlyNow) {
     EXPECT_FALSE(HasTemporaries(BytesOf(mine.Native("Data"))));
 }
 
+TEST_F(StartAfterACrash, RecipesAreCountedAnewWhenTheHalfOfOneIsTakenOffLater) {
+    RecordChange change;
+    change.Adds = true;
+    change.TextLength = static_cast<std::int64_t>(own.Text.size());
+    change.IndexLength = 8;
+    change.Position = static_cast<std::int32_t>(own.Text.size()) + 1;
+    change.SetNew(Written);
+    folder.Write("Data/Custom Recipes.ydb", own.Text + "Dab");
+    folder.Write("Data/Custom Recipes Index.ind", own.Index() + IndexBytes({change.Position}));
+    LeaveText(JournalOf(change));
+    StoreSession session(folder.Native("Data"));
+    bool broken = true;
+    session.Files.Watch([&](const NumberedFiles::Access& access) {
+        if (broken && access.Kind == "truncate") throw Failure(failure::DeviceError, "disk");
+    });
+    EXPECT_THROW(session.Start(), Failure);
+    session.Store.OpenYDB_IND_Normal();
+    session.Store.RecalculateTotalRecipes();
+    EXPECT_EQ(session.Store.TotalNumRecords, 6) << "the half of it counts as yet";
+    broken = false;
+    EXPECT_FALSE(session.Update(6, "Dab", "{}")) << "it is gone by then";
+    EXPECT_EQ(session.Store.TotalNumRecords, 5);
+    EXPECT_EQ(session.Store.TotalRecipes(), 5);
+    EXPECT_TRUE(session.Add("New", "{\\rtf1}"));
+    EXPECT_EQ(session.Store.TotalNumRecords, 6);
+    EXPECT_EQ(session.Store.GetRecipeTitle(6), "New");
+}
+
 TEST_F(StartAfterACrash, AFolderWithoutTemporaryFilesIsNotTouched) {
     StoreSession session(folder.Native("Data"));
     session.Files.Watch([](const NumberedFiles::Access& access) {

@@ -198,6 +198,32 @@ TEST_F(RecipeUpdaterTest, AnIndexWithoutOrderIsNotRewritten) {
     EXPECT_EQ(Own(), ownText);
 }
 
+TEST_F(RecipeUpdaterTest, ARecordInWhichAnotherBeginsIsNotWrittenOver) {
+    for (const auto& [number, entries] :
+         std::vector<std::pair<int, std::vector<std::int32_t>>>{{3, {1, 0, 37}},
+                                                                {3, {1, 37, 19}},
+                                                                {4, {1, 37, 19}},
+                                                                {5, {1, 37, 19}},
+                                                                {4, {1, 1, 37}}}) {
+        folder.Write("Data/Custom Recipes Index.ind", IndexBytes(entries));
+        session.Messages.clear();
+        EXPECT_FALSE(session.Update(number, "", ""));
+        EXPECT_EQ(session.Messages,
+                  std::vector<std::string>{"Error updating recipe\nBad record number"});
+        EXPECT_EQ(Own(), ownText);
+    }
+}
+
+TEST_F(RecipeUpdaterTest, AnIndexThatHasNotAnEntryForEachRecordWithinTheTextIsNotRewritten) {
+    for (const std::vector<std::int32_t>& entries : std::vector<std::vector<std::int32_t>>{
+             {1, 19}, {1, 19, 37, 40}, {1, 19, 370}, {0, 19, 37}, {1, 19, 19}}) {
+        folder.Write("Data/Custom Recipes Index.ind", IndexBytes(entries));
+        EXPECT_FALSE(session.Updater.UpdateRecipe_TheLongWay(4, "{\\rtf1 Long}", "Long"));
+        EXPECT_EQ(OwnIndex(), IndexBytes(entries));
+        EXPECT_EQ(Own(), ownText);
+    }
+}
+
 // The earlier form
 
 TEST_F(RecipeUpdaterTest, TheReferenceRoutineRewritesTheRecordsBehindOneByOne) {
@@ -231,6 +257,31 @@ TEST_F(RecipeUpdaterTest, AFailureShowsTheSystemsDescriptionAndKeepsTheRecord) {
     EXPECT_TRUE(session.Titles.empty());
     EXPECT_FALSE(session.HourglassNow);
     EXPECT_EQ(Own(), ownText);
+}
+
+TEST_F(RecipeUpdaterTest, AMessageIsShownWithoutTheHourglass) {
+    FailAt("open", 11, failure::DiskFull);  // the journal, and the text of the long way
+    EXPECT_FALSE(session.Update(4, "Ox", "{\\rtf1}"));
+    EXPECT_FALSE(session.Update(4, "Oxtail", "{\\rtf1 Soup}"));
+    EXPECT_EQ(session.Messages.size(), 2U);
+    EXPECT_EQ(session.MessagesUnderHourglass, 0);
+}
+
+TEST_F(RecipeUpdaterTest, ReadersWaitForTheIndexOfATextThatWasRenamed) {
+    bool broken = true;
+    session.Files.Watch([&](const NumberedFiles::Access& access) {
+        const bool index = access.Path.find("Index.ind") != std::string_view::npos;
+        if (broken && access.Kind == "rename" && index) throw Failure(failure::DiskFull, "test");
+    });
+    EXPECT_TRUE(session.Update(3, "Conger", "{\\rtf1 Conger}"));
+    EXPECT_TRUE(folder.Exists("Data/Recipes Index Temp.ind"));
+    EXPECT_EQ(session.Messages.size(), 1U);
+    EXPECT_FALSE(session.Update(4, "", "")) << "nothing is deleted by the old index";
+    EXPECT_EQ(Own(), "Conger\r\n{\\rtf1 Conger}\r\n" + std::string(ownText).substr(18));
+    broken = false;
+    session.Files.CloseAll();
+    EXPECT_EQ(session.Store.GetRecipeTitle(4), "Cod");
+    EXPECT_FALSE(folder.Exists("Data/Recipes Index Temp.ind"));
 }
 
 TEST_F(RecipeUpdaterTest, ARecordThatCannotBeReachedIsToldByItsNumber) {

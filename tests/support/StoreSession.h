@@ -51,10 +51,14 @@ class StoreSession : private UpdateSurroundings {
     std::vector<std::string> Titles;  // shown in the list, "5 Title"
     int HourglassesShown = 0;
     bool HourglassNow = false;
+    int MessagesUnderHourglass = 0;
 
   private:
     bool EditMode() const override { return Edit; }
-    void ShowError(const std::string& text) override { Messages.push_back(text); }
+    void ShowError(const std::string& text) override {
+        Messages.push_back(text);
+        if (HourglassNow) ++MessagesUnderHourglass;
+    }
     void TellMaintainer(const std::string& text) override { Told.push_back(text); }
     void SetHourglass(bool on) override {
         HourglassesShown += on && !HourglassNow ? 1 : 0;
