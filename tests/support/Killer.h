@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -59,8 +60,8 @@ class Killer {
     FolderBytes before_;
 };
 
-// Runs `act` in a process of its own; true when that killed itself, false when it
-// ended otherwise.
+// Runs `act` in a process of its own; true when that was killed at its point, false when it came to
+// its end. Any other end fails the test.
 template <typename Act>
 bool KilledInAProcess(Act&& act) {
     std::cout.flush();
@@ -68,11 +69,13 @@ bool KilledInAProcess(Act&& act) {
     if (child == 0) {
         alarm(20);  // whatever it waits for
         act();
-        _exit(0);
+        _exit(testing::Test::HasFailure() ? 1 : 0);
     }
     int status = 0;
     waitpid(child, &status, 0);
-    return WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
+    if (WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) return true;
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "ended with status " << status;
+    return false;
 }
 
 }  // namespace larder::test

@@ -40,6 +40,9 @@ class PowerCut {
         name_ = path.substr(path.rfind('\\') + 1);
     }
 
+    // The last access that was followed is not carried out: whoever made it was killed there.
+    void Forget() { kind_.clear(); }
+
     // The last access is over.
     void Finish() {
         Complete();
