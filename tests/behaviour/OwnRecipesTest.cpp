@@ -347,17 +347,25 @@ TEST_F(OwnRecipesTest, WithoutAFolderOfPicturesNothingIsMissed) {
 
 TEST_F(OwnRecipesTest, AChangeThatCannotBeTakenBackIsToldWithItsFileAndTheProgramGoesOn) {
     Close();
-    // What stands in the way of the temporary text cannot be deleted as a file.
-    Folder.MakeFolder("Data/Recipes Temp.ydb");
-    Folder.Write("Data/Recipes Index Temp.ind", "C");
-    Folder.Delete("Data/Custom Recipes Index.ind");
-    Folder.MakeFolder("Data/Custom Recipes Index.ind");
-    Restart();
-    ASSERT_FALSE(Boxes.Shown.empty());
+    const std::string own = Folder.Read("Data/Custom Recipes.ydb");
+    // Of a stock on a disc, which is not there.
+    RecordChange change;
+    change.Custom = false;
+    change.Disc = true;
+    change.Position = 1;
+    change.TextLength = 100;
+    change.Old = "Old";
+    change.SetNew("New");
+    Folder.Write("Data/Recipes Temp.ydb", JournalOf(change));
+    ASSERT_TRUE(Restart());
+    ASSERT_EQ(Boxes.Shown.size(), 1U);
     EXPECT_TRUE(
         Boxes.Shown[0].Text.starts_with("The last change of a recipe can't be finished.\n"));
-    EXPECT_NE(Boxes.Shown[0].Text.find("Custom Recipes Index.ind"), std::string::npos);
-    EXPECT_TRUE(Folder.Exists("Data/Recipes Index Temp.ind"));
+    EXPECT_NE(Boxes.Shown[0].Text.find("Recipes.ydb"), std::string::npos);
+    EXPECT_EQ(Folder.Read("Data/Recipes Temp.ydb"), JournalOf(change));
+    EXPECT_EQ(Total(), "8");
+    EXPECT_FALSE(It().StoreNewRecipe("Soup", Soup)) << "nothing is written until it is";
+    EXPECT_EQ(Folder.Read("Data/Custom Recipes.ydb"), own);
 }
 
 }  // namespace
