@@ -130,16 +130,12 @@ void PictureAssignment::RemovePicture() {
 }
 
 void PictureAssignment::Store(std::int32_t recipeNum) {
-    const Paths& disk = main.objFSO;
-    const std::string before = main.pictures.CheckForAPicture(std::to_string(recipeNum));
     if (strNewPictureFileName.empty()) {
-        if (!before.empty()) Ignoring([&] { main.files.Delete(before); });
+        main.pictures.DeleteFiles(recipeNum, {});
         main.pictures.RemoveFromAllWithPicture(recipeNum);
     } else {
-        const bool isIts = CopyChosen();
-        const bool stays = before.empty() || disk.SameFile(before, strNewPictureFileName) ||
-                           disk.SameFile(before, strChosenFile);
-        if (isIts && !stays) Ignoring([&] { main.files.Delete(before); });
+        if (CopyChosen())
+            main.pictures.DeleteFiles(recipeNum, {strNewPictureFileName, strChosenFile});
         main.pictures.AddToAllWithPicture(recipeNum);
     }
     UpdateLine(recipeNum);

@@ -1,10 +1,18 @@
 #include "lists/PictureSet.h"
 
+#include <algorithm>
+
 #include "app/frmMain.h"
 #include "lists/NumberString.h"
 #include "platform/Text.h"
 
 namespace larder {
+
+namespace {
+
+constexpr const char* Extensions[] = {".jpg", ".bmp", ".gif"};
+
+}  // namespace
 
 bool PictureSet::HasPicture(const std::string& strRecipeNum) const {
     return strAllWithPicture.Holds(strRecipeNum);
@@ -34,10 +42,27 @@ std::string PictureSet::CheckForAPicture(std::string strRecipeNum) {
 }
 
 std::string PictureSet::FirstFile(const std::string& base) const {
-    for (const char* extension : {".jpg", ".bmp", ".gif"}) {
+    for (const char* extension : Extensions) {
         if (main.objFSO.FileExists(base + extension)) return base + extension;
     }
     return {};
+}
+
+void PictureSet::DeleteFiles(std::int32_t RecipeNum, const std::vector<std::string>& kept) {
+    for (const std::string& folder : {main.paths.strPhotosPath, main.paths.strPhotosPathCD}) {
+        const std::string base = folder + std::to_string(RecipeNum);
+        bool deleted = false;
+        for (const char* extension : Extensions) {
+            const std::string file = base + extension;
+            if (!main.objFSO.FileExists(file)) continue;
+            const bool stays = std::ranges::any_of(
+                kept, [&](const std::string& other) { return main.objFSO.SameFile(file, other); });
+            if (stays) continue;
+            deleted |= Ignoring([&] { main.files.Delete(file); }) == 0;
+        }
+        // A picture that has gone must not come back with the power.
+        if (deleted) Ignoring([&] { main.files.FlushAll({}, base); });
+    }
 }
 
 bool PictureSet::WaitForPhotoFolder() {

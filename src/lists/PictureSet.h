@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "lists/NumberSet.h"
 
@@ -24,6 +25,10 @@ class PictureSet {
     // The file of a recipe's picture, or of a picture by name; "...." is the current recipe. Empty
     // when there is none. Asks for the disc while the folder of the stock photos is missing.
     std::string CheckForAPicture(std::string strRecipeNum);
+
+    // Deletes the recipe's pictures of every kind but the files to be kept. What cannot be deleted
+    // is passed over; what was is gone from the disk.
+    void DeleteFiles(std::int32_t RecipeNum, const std::vector<std::string>& kept);
 
     // Each change is on the disk when the routine returns.
     void AddToAllWithPicture(std::int32_t RecipeNum);

@@ -87,7 +87,7 @@ void OwnRecipes::DeleteRecipe(std::int32_t RecipeNum, bool OnlyCustom, bool Sile
     if (!MayDelete(RecipeNum, OnlyCustom, Silent)) return;
     if (!UpdateRecipe(RecipeNum, "", "")) return;
     const std::int32_t current = main.viewer.CurrentRecipe();
-    DeletePicture(RecipeNum);
+    main.pictures.DeleteFiles(RecipeNum, {});
     main.store.SetTotalRecipes(main.store.TotalRecipes() - 1);
     main.favorites.RemoveFromFavorites(RecipeNum);
     main.pictures.RemoveFromAllWithPicture(RecipeNum);
@@ -111,13 +111,6 @@ bool OwnRecipes::MayDelete(std::int32_t RecipeNum, bool OnlyCustom, bool Silent)
         "Permanently delete recipe #" + std::to_string(RecipeNum) + "?", Dialogs::Buttons::OkCancel,
         Dialogs::Icon::Question, "Tidewell Larder");
     return answer == Dialogs::Answer::Ok;
-}
-
-void OwnRecipes::DeletePicture(std::int32_t RecipeNum) {
-    Ignoring([&] {
-        const std::string file = main.pictures.CheckForAPicture(std::to_string(RecipeNum));
-        if (!file.empty()) main.files.Delete(file);
-    });
 }
 
 bool OwnRecipes::EditMode() const {

@@ -50,7 +50,6 @@ class OwnRecipes final : private UpdateSurroundings {
     void ShowNewTitle(std::int32_t RecipeNum, const std::string& strTitleTXT) override;
 
     bool MayDelete(std::int32_t RecipeNum, bool OnlyCustom, bool Silent);
-    void DeletePicture(std::int32_t RecipeNum);
 
     frmMain& main;
     RecipeWriter writer_;
