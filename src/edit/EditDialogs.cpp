@@ -16,7 +16,13 @@ void EditDialogs::ShowAddChoice() {
         frmAddChoice dialog(main);
         chosen = dialog.Ask();
     }
-    if (chosen) Ignoring(chosen);
+    if (!chosen) return;
+    try {
+        chosen();
+    } catch (const Failure& failure) {
+        main.dialogs.MessageBox(failure.Description, Dialogs::Buttons::Ok, Dialogs::Icon::Critical,
+                                "Tidewell Larder");
+    }
 }
 
 frmProgress& EditDialogs::Progress() {

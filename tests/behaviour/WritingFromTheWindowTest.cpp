@@ -123,5 +123,29 @@ TEST_F(WritingFromTheWindow, ClosingTheMainWindowTakesTheEditorAlong) {
     EXPECT_TRUE(Boxes.Shown.empty());
 }
 
+TEST_F(WritingFromTheWindow, AFailureOfWhatWasChosenIsTold) {
+    PressLine(2, 4);
+    ASSERT_EQ(Main().viewer.CurrentRecipe(), 4);
+    const auto counted = Main().store.OnTotalRecipes;
+    Main().store.OnTotalRecipes = [](std::int32_t) { throw Failure(failure::DeviceError, "test"); };
+    Boxes.Then(Dialogs::Answer::Ok);
+    Choose("ibDelete");
+    Main().store.OnTotalRecipes = counted;
+    ASSERT_EQ(Boxes.Shown.size(), 2U);
+    EXPECT_EQ(Boxes.Shown[1].Text, FailureText(failure::DeviceError));
+}
+
+TEST_F(WritingFromTheWindow, EveryButtonOfTheDialogBehindAddClicksOnce) {
+    PressLine(2, 4);
+    int clicks = 0;
+    Main().sound.OnPlay = [&](const std::string&) { ++clicks; };
+    for (const char* button :
+         {"ibAddToFavorites", "ibDelete", "CancelButton", "ibEdit", "ibAddNewRecipe"}) {
+        clicks = 0;
+        Choose(button);
+        EXPECT_EQ(clicks, 2) << button << ": the window's Add before it";
+    }
+}
+
 }  // namespace
 }  // namespace larder::test
