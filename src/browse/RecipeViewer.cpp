@@ -61,7 +61,6 @@ bool RecipeViewer::ShowRecipe(std::int32_t RecipeNum) {
             RichTextBox::Update gathered(rtb);
             RecipeInBox = 0;
             FillText(rtb);
-            RecipeInBox = lngCurrentRecipe;
             FormatFirstLine(rtb);
             ColorSearchWords(rtb);
             rtb.SetSelStart(0);
@@ -97,7 +96,12 @@ void RecipeViewer::LeaveOtherModes() {
 }
 
 void RecipeViewer::FillText(RichTextBox& rtb) {
-    rtb.SetTextRTF(main.store.GetRecipeRTF(lngCurrentRecipe));
+    const std::string strRTF = main.store.GetRecipeRTF(lngCurrentRecipe);
+    rtb.SetTextRTF(strRTF);
+    // What is typed in the place of a text that could not be read would replace it.
+    const bool read = !main.booEditMode || main.editor.IsReadable(lngCurrentRecipe, strRTF);
+    RecipeInBox = read ? lngCurrentRecipe : 0;
+    if (!read) main.editor.SetInPlaceEdit(false);
     if (main.store.GetRecipeTitle(lngCurrentRecipe).empty()) {
         rtb.SetText("The recipe " + std::to_string(lngCurrentRecipe) +
                     " is unavailable because it was permanently deleted from the database.");

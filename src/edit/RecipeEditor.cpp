@@ -2,10 +2,13 @@
 
 #include "app/frmMain.h"
 #include "edit/frmAddRecipe.h"
+#include "platform/Failure.h"
 
 namespace larder {
 
-RecipeEditor::RecipeEditor(frmMain& hub) : main(hub), saving_(hub) {}
+RecipeEditor::RecipeEditor(frmMain& hub) : main(hub), saving_(hub) {
+    main.ui.window.OnQueryUnload = [this] { return MayClose(); };
+}
 
 RecipeEditor::~RecipeEditor() = default;
 
@@ -30,23 +33,45 @@ void RecipeEditor::LoadRecipeToUpdate(std::int32_t RecipeNum) {
     if (!SaveInPlaceEdit()) return;
     if (main.store.GetRecipeTitle(RecipeNum).empty()) return;  // deleted: it cannot come back
     frmAddRecipe& form = Form();
-    if (form.window.Visible()) {
-        if (form.lngRecipeNum == RecipeNum) return form.window.BringToFront();
-        if (!MayLeaveOpenEditor()) return form.window.BringToFront();
-        form.Empty();
+    const bool shown = form.window.Visible();
+    if (shown && form.lngRecipeNum == RecipeNum) return form.window.BringToFront();
+    const std::string strRTF = main.store.GetRecipeRTF(RecipeNum);
+    if (!IsReadable(RecipeNum, strRTF)) {
+        main.dialogs.MessageBox("Couldn't read recipe #" + std::to_string(RecipeNum),
+                                Dialogs::Buttons::Ok, Dialogs::Icon::Critical, "Tidewell Larder");
+        return;
     }
+    if (shown && !MayDropWork()) return;
+    form.Empty();
     form.Load();
     SetInPlaceEdit(false);
-    form.TakeRecipe(RecipeNum);
+    try {
+        form.TakeRecipe(RecipeNum, strRTF);
+    } catch (const Failure&) {
+        form.Discard();  // half a recipe must not pass for a new one at the next opening
+        throw;
+    }
     form.Show();
 }
 
-bool RecipeEditor::MayLeaveOpenEditor() {
-    if (!form_->HoldsWork()) return true;
+// Every recipe that was stored has a text. One that comes without was not read, and whatever stood
+// in its place would replace it when it is saved.
+bool RecipeEditor::IsReadable(std::int32_t RecipeNum, const std::string& strRTF) {
+    const std::string title = main.store.GetRecipeTitle(RecipeNum);
+    return title != "No Disk Error" && (title.empty() || !strRTF.empty());
+}
+
+bool RecipeEditor::MayDropWork() {
+    if (form_ == nullptr || !form_->HoldsWork()) return true;
+    form_->window.BringToFront();
     return main.dialogs.MessageBox(
                "The recipe in the editor has not been saved.\nDo you want to drop the changes?",
                Dialogs::Buttons::YesNo, Dialogs::Icon::Question,
                "Tidewell Larder") == Dialogs::Answer::Yes;
+}
+
+bool RecipeEditor::MayClose() {
+    return !Busy() && MayDropWork();
 }
 
 std::string RecipeEditor::Title() const {
@@ -54,7 +79,7 @@ std::string RecipeEditor::Title() const {
 }
 
 std::string RecipeEditor::RecipeRTF() const {
-    return form_ == nullptr ? std::string() : form_->rtbRecipe.TextRTF();
+    return form_ == nullptr ? std::string() : form_->RecipeRTF();
 }
 
 void RecipeEditor::SetMousePointer(int pointer) {
@@ -76,7 +101,7 @@ void RecipeEditor::SetInPlaceEdit(bool open) {
 }
 
 void RecipeEditor::EditRecipe_InPlace() {
-    if (!main.viewer.ShowRecipe(-1)) return;
+    if (!main.viewer.ShowRecipe(-1) || main.viewer.RecipeInBox == 0) return;
     SetInPlaceEdit(true);
     Ignoring([this] { main.ui.rtbSee.SetFocus(); });
 }

@@ -22,15 +22,21 @@ class RecipeEditor {
     // comes to the front as it is.
     void ShowNew();
     // The editor on an existing recipe. A stock recipe outside edit mode opens nothing, nor does a
-    // number without a recipe. Work in an open editor is asked for before it goes.
+    // number without a recipe; a recipe that cannot be read is told. Work in an open editor is
+    // asked for before it goes.
     void LoadRecipeToUpdate(std::int32_t RecipeNum);
-    // What stands in the editor: the first line of the title box, and the whole recipe.
+    // What stands in the editor: the title, and the whole recipe as it would be stored.
     std::string Title() const;
     std::string RecipeRTF() const;
     // The hourglass (11) or the usual pointer (0) on the editor, if there is one.
     void SetMousePointer(int pointer);
-    // The main window is closing: the editor goes without a question.
+    // The main window is closing, and MayClose has been asked: the editor goes.
     void Unload();
+    // True when nothing unsaved is in the editor, or the user lets it go.
+    bool MayDropWork();
+    // Whether a recipe's text, as it was just read, is the one that the book holds: a text that
+    // could not be read must not be opened to typing.
+    bool IsReadable(std::int32_t RecipeNum, const std::string& strRTF);
 
     // The Add or Update of the editor, by its button or its menu.
     void ClickAdd();
@@ -49,7 +55,7 @@ class RecipeEditor {
     bool SaveInPlaceEdit();
 
   private:
-    bool MayLeaveOpenEditor();
+    bool MayClose();
 
     frmMain& main;
     RecipeSaving saving_;

@@ -4,8 +4,39 @@
 
 #include "app/frmMain.h"
 #include "edit/frmAddRecipe.h"
+#include "platform/Failure.h"
 
 namespace larder {
+
+namespace {
+
+constexpr const char* WhiteSpace = " \r\n\t";
+constexpr const char* TitleEnds = "\r\n\t";
+
+// Tab passes a box by whose text is being stored.
+class WithoutTabStop {
+  public:
+    explicit WithoutTabStop(RichTextBox& box) : box_(box) { box_.SetTabStop(false); }
+    ~WithoutTabStop() { box_.SetTabStop(true); }
+    WithoutTabStop(const WithoutTabStop&) = delete;
+    WithoutTabStop& operator=(const WithoutTabStop&) = delete;
+
+  private:
+    RichTextBox& box_;
+};
+
+// Runs a save; a failure that it lets through is told, and what was to be saved stays.
+template <typename Save>
+void Telling(frmMain& main, Save&& save) {
+    try {
+        save();
+    } catch (const Failure& failure) {
+        main.dialogs.MessageBox(failure.Description, Dialogs::Buttons::Ok, Dialogs::Icon::Critical,
+                                "Tidewell Larder");
+    }
+}
+
+}  // namespace
 
 // The look of work under way, on every window, until it ends in whatever way.
 class RecipeSaving::Working {
@@ -29,20 +60,35 @@ class RecipeSaving::Working {
     RecipeSaving& saving_;
 };
 
+// The viewer takes no typing while the editor's text is stored.
+class RecipeSaving::ViewerLocked {
+  public:
+    ViewerLocked(RecipeEditor& editor, bool wasOpen) : editor_(editor), wasOpen_(wasOpen) {
+        if (wasOpen_) editor_.SetInPlaceEdit(false);
+    }
+    ~ViewerLocked() {
+        if (wasOpen_ && !editor_.InPlaceEdit()) editor_.SetInPlaceEdit(true);
+    }
+    ViewerLocked(const ViewerLocked&) = delete;
+    ViewerLocked& operator=(const ViewerLocked&) = delete;
+
+  private:
+    RecipeEditor& editor_;
+    bool wasOpen_;
+};
+
 void RecipeSaving::ibAdd_Click(frmAddRecipe& form) {
     if (busy_) return;
     main.SoundClick();
     if (!form.window.Visible()) return;
+    const bool inPlace = main.editor.InPlaceEdit();
+    // What follows fills the viewer, and by then it is too late to store what was typed there.
+    if (!SaveInPlaceEdit()) return;
+    const ViewerLocked locked(main.editor, inPlace);
     const Working working(*this);
     const std::int32_t number = form.lngRecipeNum;
     const std::string caption = form.window.Caption();
-    Outcome outcome = Outcome::Stored;
-    if (main.store.TotalNumRecords < number) {
-        outcome = AddNew(form);
-    } else if (form.booRecipeChanged) {
-        outcome = Update(form);
-    }
-    if (outcome != Outcome::Stored) {
+    if (Store(form) != Outcome::Stored) {
         form.window.SetCaption(caption);
         return;
     }
@@ -51,38 +97,34 @@ void RecipeSaving::ibAdd_Click(frmAddRecipe& form) {
     form.Unload();
 }
 
+RecipeSaving::Outcome RecipeSaving::Store(frmAddRecipe& form) {
+    const std::int32_t number = form.lngRecipeNum;
+    const bool isNew = main.store.TotalNumRecords < number;
+    Outcome outcome = Outcome::Failed;
+    Telling(main, [&] { outcome = isNew ? AddNew(form) : Update(form); });
+    // A recipe that is in the book must not be added once more.
+    const bool added = isNew && main.store.TotalNumRecords >= number;
+    return added ? Outcome::Stored : outcome;
+}
+
 RecipeSaving::Outcome RecipeSaving::AddNew(frmAddRecipe& form) {
-    RichTextBox& title = form.rtbTitle;
-    RichTextBox& recipe = form.rtbRecipe;
     if (form.Title().empty()) {
-        form.AskForTitle(title);
+        form.AskForTitle(form.rtbTitle);
         return Outcome::Empty;
     }
     form.window.SetCaption("Adding Recipe. One moment please...");
-    recipe.SetTabStop(false);
-    const std::string before = recipe.TextRTF();
-    // The first line that has something in it: pasted line ends in front of it are no title.
-    title.SetSelStart(0);
-    title.Span("\r\n\t");
-    title.SetSelStart(title.SelStart() + title.SelLength());
-    title.Span("\r\n\t", true, true);
-    recipe.SetSelStart(0);
-    recipe.SetSelRTF(title.SelRTF());
-    recipe.SetSelStart(static_cast<std::int32_t>(title.SelText().size()));
-    recipe.SetSelText("\r\r");
-    const bool stored = main.ownRecipes.AddRecipe();
-    recipe.SetTabStop(true);
-    if (stored) return Outcome::Stored;
-    recipe.SetTextRTF(before);
-    return Outcome::Failed;
+    const WithoutTabStop passed(form.rtbRecipe);
+    return main.ownRecipes.AddRecipe() ? Outcome::Stored : Outcome::Failed;
 }
 
 RecipeSaving::Outcome RecipeSaving::Update(frmAddRecipe& form) {
+    if (!form.booRecipeChanged && !form.picture.booPictureChanged) return Outcome::Stored;
     if (IsDeleted(form.lngRecipeNum)) {
         main.dialogs.MessageBox("Couldn't update recipe #" + std::to_string(form.lngRecipeNum),
                                 Dialogs::Buttons::Ok, Dialogs::Icon::Critical, "Tidewell Larder");
         return Outcome::Failed;
     }
+    if (!form.booRecipeChanged) return Outcome::Stored;
     form.window.SetCaption("Updating Recipe. One moment please...");
     const Outcome outcome = StoreText(form.rtbRecipe, form.lngRecipeNum);
     if (outcome == Outcome::Empty) form.AskForTitle(form.rtbRecipe);
@@ -94,25 +136,29 @@ bool RecipeSaving::IsDeleted(std::int32_t recipeNum) {
     return main.store.GetRecipeTitle(recipeNum).empty();
 }
 
-// The title is the first line behind leading white space. What is not stored stays as it was.
+// The title is the first line behind leading white space, which is not stored. The box is only
+// read: what the user typed, and can undo, is his whatever comes of the save.
 RecipeSaving::Outcome RecipeSaving::StoreText(RichTextBox& box, std::int32_t recipeNum) {
-    const std::string before = box.TextRTF();
-    box.SetTabStop(false);
-    box.SetSelStart(0);
-    box.Span(" \r\n\t");
-    const bool leadingBlanks = box.SelLength() > 0;
-    if (leadingBlanks) box.SetSelRTF("");
-    box.Span("\r\n\t", true, true);
-    const std::string strTitle = box.SelText();
-    box.SetSelStart(0);
-    Outcome outcome = Outcome::Empty;
-    if (!strTitle.empty()) {
-        const bool stored = main.ownRecipes.UpdateRecipe(recipeNum, box.TextRTF(), strTitle);
-        outcome = stored ? Outcome::Stored : Outcome::Failed;
-    }
-    box.SetTabStop(true);
-    if (outcome != Outcome::Stored && leadingBlanks) box.SetTextRTF(before);
-    return outcome;
+    const WithoutTabStop passed(box);
+    const std::string text = box.Text();
+    const std::size_t start = text.find_first_not_of(WhiteSpace);
+    if (start == std::string::npos) return Outcome::Empty;
+    const std::string strTitle = text.substr(start, text.find_first_of(TitleEnds, start) - start);
+    std::string strRTF = box.TextRTF();
+    if (start > 0) strRTF = WithoutLeading(strRTF, start);
+    const bool stored = main.ownRecipes.UpdateRecipe(recipeNum, strRTF, strTitle);
+    return stored ? Outcome::Stored : Outcome::Failed;
+}
+
+std::string RecipeSaving::WithoutLeading(const std::string& strRTF, std::size_t count) {
+    RichTextBox& work = main.ui.rtbT;
+    work.SetTextRTF(strRTF);
+    work.SetSelStart(0);
+    work.SetSelLength(static_cast<std::int32_t>(count));
+    work.SetSelRTF("");
+    std::string rtf = work.TextRTF();
+    work.SetTextRTF("");  // a long text would be sized with the window again and again
+    return rtf;
 }
 
 bool RecipeSaving::SaveInPlaceEdit() {
@@ -122,7 +168,8 @@ bool RecipeSaving::SaveInPlaceEdit() {
     main.SoundClick();
     main.editor.SetInPlaceEdit(false);
     const Working working(*this);
-    const Outcome outcome = StoreText(main.ui.rtbSee, number);
+    Outcome outcome = Outcome::Failed;
+    Telling(main, [&] { outcome = StoreText(main.ui.rtbSee, number); });
     if (outcome == Outcome::Failed) main.editor.SetInPlaceEdit(true);
     main.viewer.Modified = outcome == Outcome::Failed;
     return outcome != Outcome::Failed;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <string>
 
 namespace larder {
 
@@ -13,8 +15,8 @@ class RecipeSaving {
   public:
     explicit RecipeSaving(frmMain& hub) : main(hub) {}
 
-    // The Add or Update of the editor. A refusal or a failed write leaves the window open with
-    // everything that was in it.
+    // The Add or Update of the editor, behind what was typed in the viewer. A refusal or a failed
+    // write leaves the window open with everything that was in it, and with what can be undone.
     void ibAdd_Click(frmAddRecipe& form);
     // Stores what was typed in the viewer, as the recipe whose text stands there. False when it
     // could not be written: the text is still in the viewer, and unsaved.
@@ -24,11 +26,14 @@ class RecipeSaving {
 
   private:
     class Working;
+    class ViewerLocked;
     enum class Outcome { Stored, Empty, Failed };
+    Outcome Store(frmAddRecipe& form);
     Outcome AddNew(frmAddRecipe& form);
     Outcome Update(frmAddRecipe& form);
     bool IsDeleted(std::int32_t recipeNum);
     Outcome StoreText(RichTextBox& box, std::int32_t recipeNum);
+    std::string WithoutLeading(const std::string& strRTF, std::size_t count);
 
     frmMain& main;
     bool busy_ = false;

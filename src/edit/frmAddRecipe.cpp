@@ -1,5 +1,6 @@
 #include "edit/frmAddRecipe.h"
 
+#include <algorithm>
 #include <array>
 
 #include "app/frmMain.h"
@@ -112,7 +113,7 @@ void frmAddRecipe::BuildMenus() {
 void frmAddRecipe::Connect() {
     window.OnResize = [this] { ResizeIt(); };
     window.OnQueryUnload = [this] {
-        if (!main.editor.Busy()) Unload();
+        if (!main.editor.Busy() && main.editor.MayDropWork()) Unload();
         return false;
     };
     ibAdd.OnClick = mnuAdd.OnClick = [this] { main.editor.ClickAdd(); };
@@ -180,9 +181,8 @@ void frmAddRecipe::ShowTitleBox(bool shown) {
     rtbTitle.SetVisible(shown);
 }
 
-void frmAddRecipe::TakeRecipe(std::int32_t RecipeNum) {
-    lngRecipeNum = RecipeNum;
-    rtbRecipe.SetTextRTF(main.store.GetRecipeRTF(RecipeNum));
+void frmAddRecipe::TakeRecipe(std::int32_t RecipeNum, const std::string& strRTF) {
+    rtbRecipe.SetTextRTF(strRTF);
     main.viewer.FormatFirstLine(rtbRecipe);
     const std::string file = main.pictures.CheckForAPicture(std::to_string(RecipeNum));
     picture.SetNewPictureFileName(file);
@@ -193,6 +193,7 @@ void frmAddRecipe::TakeRecipe(std::int32_t RecipeNum) {
     ibAdd.SetToolTipText("Click to Update the recipe");
     ShowTitleBox(false);
     rtbActive = &rtbRecipe;
+    lngRecipeNum = RecipeNum;  // from here on a save would replace the recipe
 }
 
 void frmAddRecipe::Show() {
@@ -226,11 +227,51 @@ void frmAddRecipe::Empty() {
     loaded_ = false;
 }
 
+// Where the title stands in the text of its box: behind white space, up to the end of its line or
+// to a tab.
+frmAddRecipe::Stretch frmAddRecipe::TitleIn(const std::string& text) {
+    const std::size_t from = text.find_first_not_of(" \r\n\t");
+    if (from == std::string::npos) return {};
+    return {from, std::min(text.find_first_of("\r\n\t", from), text.size()) - from};
+}
+
 std::string frmAddRecipe::Title() const {
     const std::string text = rtbTitle.Text();
-    if (text.find_first_not_of(" \r\n\t") == std::string::npos) return {};
-    const std::size_t from = text.find_first_not_of("\r\n\t");
-    return text.substr(from, text.find_first_of("\r\n", from) - from);
+    const Stretch title = TitleIn(text);
+    return text.substr(title.From, title.Length);
+}
+
+std::string frmAddRecipe::RecipeRTF() {
+    const std::string title = rtbTitle.Visible() ? TitleRTF() : std::string();
+    if (title.empty()) return rtbRecipe.TextRTF();
+    // Put together in a work box: what the user has typed stays as it is, with its undo, should the
+    // recipe not be stored.
+    RichTextBox& work = main.ui.rtbT;
+    work.SetTextRTF(rtbRecipe.TextRTF());
+    work.SetSelStart(0);
+    work.SetSelRTF(title);
+    const std::int32_t length = work.SelStart();
+    work.SetSelText("\r\r");
+    // In a paragraph of its own now, the title brings its alignment too.
+    work.SetSelStart(0);
+    work.SetSelLength(length);
+    work.SetSelRTF(title);
+    std::string rtf = work.TextRTF();
+    work.SetTextRTF("");  // a long text would be sized with the window again and again
+    return rtf;
+}
+
+std::string frmAddRecipe::TitleRTF() {
+    const Stretch title = TitleIn(rtbTitle.Text());
+    if (title.Length == 0) return {};
+    const std::int32_t start = rtbTitle.SelStart();
+    const std::int32_t length = rtbTitle.SelLength();
+    rtbTitle.SetSelStart(static_cast<std::int32_t>(title.From));
+    rtbTitle.SetSelLength(static_cast<std::int32_t>(title.Length));
+    const std::string rtf = rtbTitle.SelRTF();
+    rtbTitle.SetSelStart(start);
+    rtbTitle.SetSelLength(length);
+    return rtf;
 }
 
 void frmAddRecipe::AskForTitle(RichTextBox& box) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -24,8 +25,8 @@ class frmAddRecipe {
 
     // Prepares the window for a new recipe, hidden, unless it is loaded.
     void Load();
-    // Fills the loaded window with an existing recipe.
-    void TakeRecipe(std::int32_t RecipeNum);
+    // Fills the loaded window with an existing recipe and its text.
+    void TakeRecipe(std::int32_t RecipeNum, const std::string& strRTF);
     void Show();
     // Empties the window, which may then be loaded anew.
     void Empty();
@@ -34,9 +35,11 @@ class frmAddRecipe {
     // The same without the main window, which is about to go.
     void Discard();
 
-    // The first line of the title box, pasted line ends before it passed over; empty when there is
-    // nothing but blanks in it.
+    // The first line of the title box, white space before it passed over, up to a tab; empty when
+    // there is nothing but white space in it.
     std::string Title() const;
+    // The whole recipe: of a new one the title with its format, a blank line, and the text.
+    std::string RecipeRTF();
     // Says that a title is missing, and puts the caret where it belongs.
     void AskForTitle(RichTextBox& box);
     // Something was typed or chosen that is not in the book yet.
@@ -98,6 +101,12 @@ class frmAddRecipe {
     RichTextBox* rtbActive = &rtbTitle;  // the box that last had the focus
 
   private:
+    struct Stretch {
+        std::size_t From = 0;
+        std::size_t Length = 0;
+    };
+    static Stretch TitleIn(const std::string& text);
+    std::string TitleRTF();
     void DressControls();
     void DressButtons();
     void BuildMenus();

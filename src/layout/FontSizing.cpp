@@ -13,6 +13,12 @@ constexpr float ListSize = 13.2F;
 constexpr float SmallestListSize = 7.0F;
 constexpr std::int16_t SmallestRichTextSize = 8;
 
+// The Tag is the size that the box takes when it is filled.
+void SetTagSize(RichTextBox& rtb, std::int16_t& intFontSize) {
+    if (intFontSize < SmallestRichTextSize) intFontSize = SmallestRichTextSize;
+    rtb.Tag = std::to_string(intFontSize);
+}
+
 }  // namespace
 
 void FontSizing::DoFontSizes(float ratio) {
@@ -21,11 +27,17 @@ void FontSizing::DoFontSizes(float ratio) {
 
 void FontSizing::AdjustAllFontSizes(float ratio) {
     const bool typedIn = main.viewer.Modified;  // other sizes are no change of the text
+    // In edit mode the formats in the viewer are the recipe's own, and are saved with it.
+    const bool ownFormats = main.booEditMode && main.viewer.RecipeInBox != 0;
     for (RichTextBox* rtb : {&main.ui.rtbSee, &main.ui.rtbT}) {
         std::int16_t size = RoundToInteger(RichTextSize * ratio);
-        SetRtbFontSize(*rtb, size);
+        if (rtb == &main.ui.rtbSee && ownFormats) {
+            SetTagSize(*rtb, size);
+        } else {
+            SetRtbFontSize(*rtb, size);
+        }
     }
-    main.viewer.FormatFirstLine(main.ui.rtbSee);
+    if (!ownFormats) main.viewer.FormatFirstLine(main.ui.rtbSee);
     main.viewer.Modified = typedIn;
     for (Label* label : {&main.ui.lblCategory, &main.ui.lblFound, &main.ui.lblTotal,
                          &main.ui.lblRecipeNum, &main.ui.lblJustWithPics, &main.ui.lblFamily}) {
@@ -43,8 +55,7 @@ void FontSizing::AdjustAllFontSizes(float ratio) {
 }
 
 void FontSizing::SetRtbFontSize(RichTextBox& rtb, std::int16_t& intFontSize) {
-    if (intFontSize < SmallestRichTextSize) intFontSize = SmallestRichTextSize;
-    rtb.Tag = std::to_string(intFontSize);
+    SetTagSize(rtb, intFontSize);
     const RichTextBox::Update gathered(rtb);
     rtb.SetSelStart(0);
     rtb.SetSelLength(static_cast<std::int32_t>(rtb.Text().size()));
