@@ -6,6 +6,7 @@
 #include <QTextDocument>
 #include <QTextEdit>
 #include <string>
+#include <utility>
 
 #include "platform/Handlers.h"
 #include "platform/Native.h"
@@ -41,7 +42,7 @@ RichTextContent& RichTextBox::Content::Text() {
     if (textBehind_) {
         textBehind_ = false;
         selectionBehind_ = true;
-        text_.Refresh(document_->Read(text_.Document()));
+        text_.Refresh(document_->Read(text_.Document(), std::exchange(endTyped_, false)));
     }
     if (selectionBehind_) TakeSelection();
     return text_;
@@ -90,7 +91,7 @@ void RichTextBox::Content::Changed(const RichTextContent::Change& change) {
     if (change.kind == Kind::Nothing) return;
     if (change.kind == Kind::Whole) {
         EndStep();
-        textBehind_ = selectionBehind_ = caretSought_ = false;
+        textBehind_ = endTyped_ = selectionBehind_ = caretSought_ = false;
         fromTop_ = true;
     }
     if (!screenBehind_ && !Wholesale(change)) {
@@ -226,9 +227,10 @@ bool RichTextBox::Content::ConsumesKey(QKeyEvent& event) {
     return code != 0 && left == 0;
 }
 
-void RichTextBox::Content::UserChangedText() {
+void RichTextBox::Content::UserChangedText(bool atEnd) {
     if (own_ > 0) return;
     textBehind_ = true;
+    endTyped_ = endTyped_ || atEnd;
     if (box_) Fire(box_->OnChange);
 }
 

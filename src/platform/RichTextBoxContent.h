@@ -56,7 +56,7 @@ struct RichTextBox::Content : public RichTextWidget::Host {
     // What the widget asks and tells.
     void BringUpToDate() override;
     bool ConsumesKey(QKeyEvent& event) override;
-    void UserChangedText() override;
+    void UserChangedText(bool atEnd) override;
     void UserMovedCaret() override;
     void Scrolled() override;
     RichText SelectedText() override { return Text().Selected(); }
@@ -82,6 +82,7 @@ struct RichTextBox::Content : public RichTextWidget::Host {
     RichTextContent text_;
     bool screenBehind_ = true;
     bool textBehind_ = false;
+    bool endTyped_ = false;  // the text is behind at its very end
     bool selectionBehind_ = false;
     bool fromTop_ = true;       // new text is shown from its first line on
     bool caretSought_ = false;  // the caret is to be seen when the screen has caught up

@@ -17,32 +17,6 @@ bool WithinBreak(const std::string& text, std::size_t position) {
            text[position] == '\n';
 }
 
-// The first unit of a unit's paragraph and the last, line breaks passed over.
-struct UnitRange {
-    std::size_t from = 0;
-    std::size_t to = 0;
-};
-
-UnitRange WholeParagraphs(const RichText& document, std::size_t from, std::size_t to) {
-    UnitRange range{from, to};
-    std::size_t groupStart = 0;
-    std::size_t start = 0;
-    for (const RichText::Paragraph& paragraph : document.Paragraphs()) {
-        const std::size_t end = start + paragraph.length;
-        const bool endsGroup =
-            paragraph.end == BreakKind::Paragraph || &paragraph == &document.Paragraphs().back();
-        if (endsGroup) {
-            if (groupStart <= from && from <= end) range.from = groupStart;
-            // An end behind a break leaves the paragraph that begins there alone.
-            const bool holdsEnd = groupStart < to || groupStart == from;
-            if (holdsEnd && to <= end) range.to = end;
-            groupStart = end + 1;
-        }
-        start = end + 1;
-    }
-    return range;
-}
-
 }  // namespace
 
 Change RichTextContent::SetRtf(std::string rtf) {
@@ -219,11 +193,9 @@ Change RichTextContent::Format(const CharChange& change) {
 
 Change RichTextContent::Lay(const ParaChange& change) {
     Document();
-    const UnitRange range =
-        WholeParagraphs(*document_, document_->UnitAt(from_), document_->UnitAt(to_));
-    document_->ChangeParagraphs(document_->PositionAt(range.from), document_->PositionAt(range.to),
-                                change);
-    return {Change::Kind::Paragraphs, range.from, range.to, range.to};
+    document_->ChangeParagraphs(from_, to_, change);
+    const std::size_t to = document_->UnitAt(to_);
+    return {Change::Kind::Paragraphs, document_->UnitAt(from_), to, to};
 }
 
 std::vector<CharFormat> RichTextContent::Formats() const {

@@ -27,8 +27,9 @@ class RichTextDocument {
     void FormatParagraphs(const RichText& text, std::size_t from, std::size_t to);
 
     // The document as it stands after the user worked in it. `before` is the text as it was last
-    // known: its fonts keep their numbers.
-    RichText Read(const RichText& before) const;
+    // known: its fonts keep their numbers, and its end the format, which Qt does not know, unless
+    // the user has typed there.
+    RichText Read(const RichText& before, bool endTyped) const;
 
     // The format of the break that ends the block at this position, which is how text typed into
     // an empty paragraph appears; nothing in the last block.

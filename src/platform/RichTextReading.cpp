@@ -86,11 +86,6 @@ RichText WithFontsOf(const RichText& other) {
     return text;
 }
 
-std::u16string_view LastLine(const RichText& text) {
-    const std::u16string_view units = text.Units();
-    return units.substr(units.size() - text.Paragraphs().back().length);
-}
-
 // The cell of a table that a block stands in.
 QTextTableCell CellOf(const QTextBlock& block) {
     const QTextTable* table = QTextCursor(block).currentTable();
@@ -108,7 +103,7 @@ bool StartsCellOfSameRow(const QTextBlock& block) {
 
 }  // namespace
 
-RichText RichTextDocument::Read(const RichText& before) const {
+RichText RichTextDocument::Read(const RichText& before, bool endTyped) const {
     RichText text = WithFontsOf(before);
     Reader reader(text, dotsPerInch_, &pictures_);
     for (QTextBlock block = document_.begin(); block.isValid(); block = block.next()) {
@@ -116,8 +111,7 @@ RichText RichTextDocument::Read(const RichText& before) const {
         reader.Layout(block.blockFormat());
         reader.Contents(block);
     }
-    if (LastLine(text) == LastLine(before)) {
-        // Qt knows no format behind the end; nobody has typed there.
+    if (!endTyped) {
         text.SetEndFormat(text.Intern(before.CharFormats()[before.EndFormat()]));
     } else if (text.Paragraphs().back().length == 0) {
         const QTextBlock last = document_.lastBlock();

@@ -103,6 +103,7 @@ class RichTextWidget::Widget : public QTextEdit {
 
     RichTextWidget& owner_;  // lives as long as the host
     const std::shared_ptr<Host> host_;
+    bool addedAtEnd_ = false;  // since the host was last told
 };
 
 RichTextWidget::Widget::Widget(QWidget* parent, RichTextWidget& owner, std::shared_ptr<Host> host)
@@ -112,8 +113,12 @@ RichTextWidget::Widget::Widget(QWidget* parent, RichTextWidget& owner, std::shar
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setPalette(HousePalette());
     setTabStopDistance(kTabPixels);
-    connect(document(), &QTextDocument::contentsChange, this, [this] { owner_.lines_.clear(); });
-    connect(this, &QTextEdit::textChanged, this, [this] { host_->UserChangedText(); });
+    connect(document(), &QTextDocument::contentsChange, this, [this](int at, int, int added) {
+        owner_.lines_.clear();
+        addedAtEnd_ = addedAtEnd_ || (added > 0 && at + added >= document()->characterCount() - 1);
+    });
+    connect(this, &QTextEdit::textChanged, this,
+            [this] { host_->UserChangedText(std::exchange(addedAtEnd_, false)); });
     connect(this, &QTextEdit::cursorPositionChanged, this, [this] { host_->UserMovedCaret(); });
     connect(this, &QTextEdit::selectionChanged, this, [this] { host_->UserMovedCaret(); });
 }

@@ -22,7 +22,8 @@ class RichTextWidget {
         // The document is about to be drawn or worked in, and must be what the box holds.
         virtual void BringUpToDate() = 0;
         virtual bool ConsumesKey(QKeyEvent& event) = 0;
-        virtual void UserChangedText() = 0;
+        // `atEnd` when units were put in behind all others.
+        virtual void UserChangedText(bool atEnd) = 0;
         virtual void UserMovedCaret() = 0;
         virtual void Scrolled() = 0;
         // The clipboard and what is dragged.

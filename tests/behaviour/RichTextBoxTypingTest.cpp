@@ -57,6 +57,24 @@ TEST_F(RichTextBoxTypingTest, TypingIntoAnEmptyParagraphTakesTheFormatOfItsOwnBr
     EXPECT_EQ(box_.SelFontSize(), 12.0F);
 }
 
+// What is typed behind the end takes its format; what is typed before leaves it alone.
+TEST_F(RichTextBoxTypingTest, TypingWithinTheLastLineKeepsTheFormatOfTheEnd) {
+    box_.SetTextRTF(R"({\rtf1 cods\i })");
+    Show();
+    const auto endIsItalic = [this] { return box_.TextRTF().find("\\i}") != std::string::npos; };
+    Press(Qt::Key_Right);
+    Type("o");
+    EXPECT_EQ(box_.Text(), "coods");
+    EXPECT_TRUE(endIsItalic());
+    Press(Qt::Key_End);
+    Press(Qt::Key_Backspace);
+    EXPECT_EQ(box_.Text(), "cood");
+    EXPECT_TRUE(endIsItalic());
+    Type("d");
+    EXPECT_EQ(box_.Text(), "coodd");
+    EXPECT_FALSE(endIsItalic());
+}
+
 TEST_F(RichTextBoxTypingTest, ShiftEnterIsALineBreak) {
     box_.SetText("ab");
     Show();

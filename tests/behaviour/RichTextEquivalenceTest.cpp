@@ -76,7 +76,7 @@ class Pair {
         edit->viewport()->repaint();
         const std::string rtf = shown_.TextRTF();
         const RichTextDocument document(*edit->document(), edit->logicalDpiY());
-        EXPECT_EQ(WriteRtf(document.Read(*ReadRtf(rtf))), rtf);
+        EXPECT_EQ(WriteRtf(document.Read(*ReadRtf(rtf), false)), rtf);
     }
     std::string State() {
         return std::to_string(hidden_.SelStart()) + "+" + std::to_string(hidden_.SelLength()) +

@@ -171,6 +171,24 @@ TEST(RichText, ChangeParagraphsTouchesThoseOfTheRange) {
     EXPECT_EQ(Describe(document), "[li100]a|b|[right]c|[li200]d");
 }
 
+TEST(RichText, LinesOfAParagraphAreLaidTogether) {
+    RichText document = Read("a\\par b\\line c\\line\\par d");
+    for (const std::size_t at : {3u, 6u, 9u}) {
+        document.ChangeParagraphs(at, at, {.alignment = Alignment::Right});
+        EXPECT_EQ(Describe(document), "a|[right]b/[right]c/[right]|d") << at;
+        document.ChangeParagraphs(0, kEnd, {.alignment = Alignment::Left});
+    }
+    document.ChangeParagraphs(0, 4, {.alignment = Alignment::Right});
+    EXPECT_EQ(Describe(document), "[right]a|[right]b/[right]c/[right]|d");
+    document.ChangeParagraphs(0, 3, {.alignment = Alignment::Left});
+    EXPECT_EQ(Describe(document), "a|[right]b/[right]c/[right]|d");
+}
+
+TEST(RichText, TheLayoutOfAParagraphIsThatAtItsEnd) {
+    EXPECT_EQ(Describe(Read("a\\line\\qc b\\line\\qr c\\par\\pard d\\line\\qc")),
+              "[right]a/[right]b/[right]c|[centre]d/[centre]");
+}
+
 TEST(RichText, FormatsInARangeTellWhetherTheyAreMixed) {
     const RichText document = Read("a{\\b b}c\\par{\\i d}");
     EXPECT_EQ(document.FormatsIn(0, 1).size(), 1u);

@@ -94,6 +94,9 @@ class RichText {
     void AppendBreak(BreakKind kind, FormatIndex format);
     // Sets the format of the paragraph under way.
     void SetParagraphFormat(FormatIndex format) { paragraphs_.back().format = format; }
+    // A line break ends no paragraph: gives the lines of one the format of its last. For the end of
+    // the building.
+    void LayLines();
     void SetEndFormat(FormatIndex format) { endFormat_ = format; }
     void Reserve(std::size_t units) { units_.reserve(units); }
 

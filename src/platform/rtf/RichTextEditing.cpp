@@ -169,15 +169,18 @@ std::size_t RichText::Replace(std::size_t from, std::size_t to, const RichText& 
     const std::size_t joined = paragraphs_.size() - 1;
     AppendRange(old, {range.to, old.units_.size()});
     if (bringsLayout) paragraphs_[joined].format = layout;
-    // A line break ends no paragraph: what stands before it has the layout of what follows.
-    for (std::size_t p = paragraphs_.size() - 1; p-- > 0;) {
-        if (paragraphs_[p].end == BreakKind::Line)
-            paragraphs_[p].format = paragraphs_[p + 1].format;
-    }
+    LayLines();
 
     const bool endsWithNew = range.to == old.units_.size() && !with.units_.empty();
     endFormat_ = endsWithNew ? FormatMap(with, *this).Char(with.endFormat_) : old.endFormat_;
     return PositionAt(unit);
+}
+
+void RichText::LayLines() {
+    for (std::size_t p = paragraphs_.size() - 1; p-- > 0;) {
+        if (paragraphs_[p].end == BreakKind::Line)
+            paragraphs_[p].format = paragraphs_[p + 1].format;
+    }
 }
 
 std::size_t RichText::ReplaceText(std::size_t from, std::size_t to, std::string_view with) {
@@ -231,14 +234,23 @@ void RichText::ChangeParagraphs(std::size_t from, std::size_t to, const ParaChan
     }
 }
 
+// Those that the range touches, with all lines that line breaks divide them into. An end behind a
+// break leaves the paragraph that begins there alone.
 std::vector<std::size_t> RichText::ParagraphsOf(UnitRange range) const {
     std::vector<std::size_t> found;
+    std::size_t first = 0;  // line of the paragraph
+    std::size_t from = 0;   // its first unit
     std::size_t start = 0;
     for (std::size_t p = 0; p < paragraphs_.size(); ++p) {
         const std::size_t end = start + paragraphs_[p].length;
-        const bool touched = start < range.to || start == range.from;
-        if (end >= range.from && touched) found.push_back(p);
         start = end + 1;
+        const bool goesOn = paragraphs_[p].end == BreakKind::Line && p + 1 < paragraphs_.size();
+        if (goesOn) continue;
+        const bool touched = end >= range.from && (from < range.to || from == range.from);
+        for (; first <= p; ++first) {
+            if (touched) found.push_back(first);
+        }
+        from = start;
     }
     return found;
 }

@@ -37,6 +37,7 @@ RichText RtfInterpreter::Run() {
 void RtfInterpreter::Finish() {
     if (document_.Paragraphs().back().length == 0) PrepareParagraph();
     PrepareText();
+    document_.LayLines();
     document_.SetEndFormat(format_);
 }
 
