@@ -15,7 +15,8 @@ from harness import CookBook, Desktop, copy_of_data, wait_for
 SETTINGS = argparse.Namespace()
 
 CATEGORIES, RECIPES, PAGE = "Categories", "Recipes", "Recipe text"
-TOP_LINES = ["MY FAVORITES", "BUYING AND PREPARATION TIPS", "VIDEO", "KNOTS",
+FAVORITES = "MY FAVORITES"
+TOP_LINES = [FAVORITES, "BUYING AND PREPARATION TIPS", "VIDEO", "KNOTS",
              "ALL RECIPES WITH PICTURES", "ALL RECIPES"]
 
 
@@ -23,13 +24,23 @@ class WithData(unittest.TestCase):
     """Each test works on a data folder of its own, so that none sees what another has left."""
 
     def setUp(self):
-        self.folder = copy_of_data(SETTINGS.stock)
-        self.addCleanup(shutil.rmtree, self.folder)
+        self.folder = self.copy_of_data()
+        self.data = Path(self.folder) / "Data"
 
-    def start(self, desktop, **options):
-        book = CookBook(desktop, SETTINGS.program, self.folder, **options)
-        self.addCleanup(book.__exit__)
+    def copy_of_data(self):
+        folder = copy_of_data(SETTINGS.stock)
+        self.addCleanup(shutil.rmtree, folder)
+        return folder
+
+    def start(self, desktop, *arguments, folder=None, **options):
+        """Returns when there is a window, be it only a message."""
+        book = self.launch(desktop, *arguments, folder=folder, **options)
         book.window()
+        return book
+
+    def launch(self, desktop, *arguments, folder=None, **options):
+        book = CookBook(desktop, SETTINGS.program, folder or self.folder, arguments, **options)
+        self.addCleanup(book.__exit__)
         return book
 
     def desktop(self, width=1920, height=1080):
@@ -41,14 +52,20 @@ class WithData(unittest.TestCase):
         return SETTINGS.artifacts / f"{name}.png"
 
 
-class OpenBook(WithData):
-    """The cook-book stands open on its favourites."""
+class OneBook(WithData):
+    """One cook-book at a time, and ways to go about in it."""
 
     def setUp(self):
         super().setUp()
         self.screen = self.desktop()
-        self.book = self.start(self.screen)
-        self.book.wait_for_selected(CATEGORIES, "MY FAVORITES")
+
+    def open(self, *arguments):
+        self.book = self.start(self.screen, *arguments)
+        self.book.wait_for_selected(CATEGORIES, FAVORITES)
+
+    def restart(self):
+        self.close()
+        self.open()
 
     def open_category(self, title):
         """Clicks a category and returns the titles of the first screenful when it is complete."""
@@ -91,10 +108,18 @@ class OpenBook(WithData):
         self.assertEqual(self.book.close(), 0, self.book.output())
 
 
+class OpenBook(OneBook):
+    """The cook-book stands open on its favourites."""
+
+    def setUp(self):
+        super().setUp()
+        self.open()
+
+
 def run(description):
     parser = argparse.ArgumentParser(description=description)
     parser.add_argument("--program", required=True, help="the built tidewell-larder")
     parser.add_argument("--stock", required=True, help="a folder with the stock Data in it")
-    parser.add_argument("--artifacts", required=True, type=Path, help="where screenshots go")
+    parser.add_argument("--artifacts", type=Path, help="where screenshots go")
     _, rest = parser.parse_known_args(namespace=SETTINGS)
     unittest.main(argv=[sys.argv[0], *rest], verbosity=2)

@@ -115,10 +115,6 @@ class Favourites(OpenBook):
     def titles(self):
         return [line.title for line in self.book.lines(RECIPES)]
 
-    def start_again(self):
-        self.close()
-        self.book = self.start(self.screen)
-
     def test_a_recipe_added_through_the_menu_is_there_at_the_next_start(self):
         kept = self.titles()
         titles = self.open_category(self.first_ordinary_category())
@@ -126,12 +122,12 @@ class Favourites(OpenBook):
         self.choose_only_entry_for(added)
         self.book.click_line(CATEGORIES, "MY FAVORITES")
         self.wait_for_favourites([*kept, added])
-        self.start_again()
+        self.restart()
         self.wait_for_favourites([*kept, added])
 
         self.choose_only_entry_for(added)
         self.wait_for_favourites(kept)
-        self.start_again()
+        self.restart()
         self.wait_for_favourites(kept)
         self.close()
 

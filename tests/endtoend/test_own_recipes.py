@@ -1,19 +1,13 @@
 """A recipe of the user's own: written, found, changed, kept, deleted."""
 
-import argparse
-import shutil
 import struct
 import sys
-import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
-from harness import Atspi, CookBook, Desktop, copy_of_data, wait_for  # noqa: E402
-
-SETTINGS = argparse.Namespace()
-
-CATEGORIES, RECIPES, PAGE, FAVORITES = "Categories", "Recipes", "Recipe text", "MY FAVORITES"
+from browsing import CATEGORIES, FAVORITES, PAGE, RECIPES, OpenBook, run  # noqa: E402
+from harness import Atspi, wait_for  # noqa: E402
 
 
 def bitmap(width=48, height=32):
@@ -25,27 +19,12 @@ def bitmap(width=48, height=32):
                                 2835, 2835, 0, 0) + rows
 
 
-class OwnRecipes(unittest.TestCase):
+class OwnRecipes(OpenBook):
     TITLE, FIRST, SECOND = "Pea Soup for Two", "Fold the peas in.", "Simmer gently."
 
     def setUp(self):
-        self.folder = copy_of_data(SETTINGS.stock)
-        self.addCleanup(shutil.rmtree, self.folder)
-        self.data = Path(self.folder) / "Data"
+        super().setUp()
         self.number = (self.data / "Recipes Index.ind").stat().st_size // 4 + 1
-        desktop = Desktop(1600, 1000)
-        self.addCleanup(desktop.__exit__)
-        self.screen = desktop.__enter__()
-        self.start()
-
-    def start(self):
-        self.book = CookBook(self.screen, SETTINGS.program, self.folder)
-        self.addCleanup(self.book.__exit__)
-        self.book.wait_for_selected(CATEGORIES, FAVORITES)
-
-    def restart(self):
-        self.assertEqual(self.book.close(), 0, self.book.output())
-        self.start()
 
     # The editor
 
@@ -205,13 +184,5 @@ class OwnRecipes(unittest.TestCase):
         self.assertEqual(self.page(), text)
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--program", required=True, help="the built tidewell-larder")
-    parser.add_argument("--stock", required=True, help="a folder with the stock Data in it")
-    _, rest = parser.parse_known_args(namespace=SETTINGS)
-    unittest.main(argv=[sys.argv[0], *rest], verbosity=2)
-
-
 if __name__ == "__main__":
-    main()
+    run(__doc__)
