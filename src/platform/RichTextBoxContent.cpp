@@ -264,13 +264,19 @@ void RichTextBox::Content::Scrolled() {
     if (own_ == 0 && box_) Fire(box_->OnScroll);
 }
 
+// A drop has moved the caret, and taken out what was dragged, without saying so yet.
+void RichTextBox::Content::TakeDrop() {
+    selectionBehind_ = true;
+    textBehind_ = !screenBehind_;
+}
+
 void RichTextBox::Content::Insert(const RichText& text) {
-    selectionBehind_ = true;  // a drop has moved the caret without saying so
+    TakeDrop();
     Inserted(Text().ReplaceSelection(text));
 }
 
 void RichTextBox::Content::Insert(std::u16string_view plain) {
-    selectionBehind_ = true;
+    TakeDrop();
     Inserted(Text().ReplaceSelection(plain));
 }
 

@@ -68,6 +68,7 @@ struct RichTextBox::Content : public RichTextWidget::Host {
     bool CaretIsTheUsers() const;
     bool Wholesale(const RichTextContent::Change& change) const;
     void Repeat(const RichTextContent::Change& change);
+    void TakeDrop();
     void Inserted(const RichTextContent::Change& change);
     void TakeSelection();
     void ShowSelection();

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMimeData>
+#include <QTextCursor>
 
 #include "behaviour/support/RichTextBoxFixture.h"
 #include "platform/Keys.h"
@@ -256,6 +257,29 @@ TEST_F(RichTextBoxTypingTest, AnUpdateIsOneStepForUndo) {
     EXPECT_EQ(box_.SelBold(), false);
     EXPECT_EQ(box_.SelItalic(), false);
     EXPECT_EQ(box_.Text(), "xone two");
+}
+
+// Qt takes out what is dragged and puts it in as one change, and tells of it only behind that.
+TEST_F(RichTextBoxTypingTest, TextDraggedWithinTheBoxLeavesTheLayoutsThere) {
+    box_.SetTextRTF(
+        R"({\rtf1 a dragged \par\pard\qc b\par\pard c\par d\par e\par f\par g\par h\par i})");
+    Show();
+    QTextEdit& edit = Edit();
+    QApplication::clipboard()->setText(QStringLiteral("dragged "));
+    QTextCursor dragged = edit.textCursor();
+    dragged.setPosition(2);
+    dragged.setPosition(10, QTextCursor::KeepAnchor);
+    QTextCursor place = edit.textCursor();
+    place.setPosition(19);
+    place.beginEditBlock();
+    dragged.removeSelectedText();
+    edit.setTextCursor(place);
+    edit.paste();
+    place.endEditBlock();
+    EXPECT_EQ(box_.Text(), "a \r\nb\r\nc\r\nd\r\ne\r\ndragged f\r\ng\r\nh\r\ni");
+    const std::string rtf = box_.TextRTF();
+    EXPECT_NE(rtf.find("\\pard\\qc b\\par\r\n\\pard c\\par"), std::string::npos) << rtf;
+    EXPECT_EQ(rtf.find("\\qc"), rtf.rfind("\\qc")) << rtf;
 }
 
 }  // namespace
