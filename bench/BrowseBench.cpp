@@ -1,36 +1,23 @@
 #include <benchmark/benchmark.h>
-#include <stdlib.h>
-#include <unistd.h>
 
 #include <QApplication>
 #include <QEvent>
 #include <QWidget>
 #include <chrono>
-#include <filesystem>
-#include <memory>
-#include <optional>
 
-#include "LargeFolder.h"
+#include "BenchBook.h"
 #include "app/frmMain.h"
 
 // What browsing a large cook-book costs, in the real window on Qt's offscreen platform: 20,000
 // stock recipes and 500 own ones, warm files.
 namespace {
 
+using larder::bench::TheBook;
 using Clock = std::chrono::steady_clock;
 
 double Milliseconds(Clock::duration time) {
     return std::chrono::duration<double, std::milli>(time).count();
 }
-
-class NoDialogs : public larder::Dialogs {
-  public:
-    Answer MessageBox(const std::string& text, Buttons, Icon, const std::string&) override {
-        std::fprintf(stderr, "unexpected message: %s\n", text.c_str());
-        std::abort();
-    }
-    std::optional<std::string> OpenFile(const FileQuestion&) override { std::abort(); }
-};
 
 // Notes when a widget is painted for the first time after Arm.
 class PaintWatch : public QObject {
@@ -49,16 +36,8 @@ class PaintWatch : public QObject {
     Clock::time_point painted_;
 };
 
-struct Book {
-    NoDialogs dialogs;
-    larder::SystemDrives drives;
-    std::unique_ptr<larder::frmMain> window;
-};
-
-Book* book = nullptr;
-
 void AllRecipes(benchmark::State& state) {
-    larder::frmMain& main = *book->window;
+    larder::frmMain& main = *TheBook().window;
     std::uint64_t titles = 0;
     std::uint64_t opened = 0;
     for (auto _ : state) {
@@ -82,7 +61,7 @@ BENCHMARK(AllRecipes)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 // A category of 2,000 recipes: until its first lines are painted, and until it is complete.
 void CategoryOfThousands(benchmark::State& state) {
-    larder::frmMain& main = *book->window;
+    larder::frmMain& main = *TheBook().window;
     PaintWatch watch;
     watch.armed = [&] { return main.VList[1].Count() >= main.LinesInList[1]; };
     const auto children = main.ui.lvwX2.Native()->findChildren<QWidget*>();
@@ -110,7 +89,7 @@ BENCHMARK(CategoryOfThousands)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 // A recipe of 3 KB, from the call to the painted page.
 void ShowRecipe(benchmark::State& state) {
-    larder::frmMain& main = *book->window;
+    larder::frmMain& main = *TheBook().window;
     std::int32_t number = 1;
     for (auto _ : state) {
         const auto start = Clock::now();
@@ -125,30 +104,5 @@ BENCHMARK(ShowRecipe)->UseManualTime()->Unit(benchmark::kMillisecond);
 }  // namespace
 
 int main(int argc, char** argv) {
-#ifndef NDEBUG
-    std::fputs("A debug build measures nothing: use the preset `check`.\n", stderr);
-    return 1;
-#endif
-    setenv("QT_QPA_PLATFORM", "offscreen", 0);
-    const std::filesystem::path folder =
-        std::filesystem::temp_directory_path() / ("larder-bench-" + std::to_string(getpid()));
-    larder::bench::WriteLargeFolder(folder, {});
-    std::filesystem::current_path(folder);
-    int status = 1;
-    {
-        larder::Application application(argc, argv);
-        Book theBook;
-        book = &theBook;
-        theBook.window =
-            std::make_unique<larder::frmMain>(application, theBook.dialogs, theBook.drives);
-        if (theBook.window->Load()) {
-            larder::Application::DoEvents();
-            benchmark::Initialize(&argc, argv);
-            benchmark::RunSpecifiedBenchmarks();
-            status = 0;
-        }
-    }
-    std::filesystem::current_path("/");
-    std::filesystem::remove_all(folder);
-    return status;
+    return larder::bench::RunOnBook(argc, argv, {});
 }

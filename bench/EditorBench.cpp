@@ -1,16 +1,11 @@
 #include <benchmark/benchmark.h>
-#include <stdlib.h>
-#include <unistd.h>
 
 #include <QApplication>
 #include <QTest>
 #include <algorithm>
 #include <chrono>
-#include <filesystem>
-#include <memory>
-#include <optional>
 
-#include "LargeFolder.h"
+#include "BenchBook.h"
 #include "app/frmMain.h"
 #include "edit/frmAddRecipe.h"
 
@@ -19,28 +14,12 @@
 // the end of the painting that follows.
 namespace {
 
+using larder::bench::TheBook;
 using Clock = std::chrono::steady_clock;
 
 double Seconds(Clock::duration time) {
     return std::chrono::duration<double>(time).count();
 }
-
-class NoDialogs : public larder::Dialogs {
-  public:
-    Answer MessageBox(const std::string& text, Buttons, Icon, const std::string&) override {
-        std::fprintf(stderr, "unexpected message: %s\n", text.c_str());
-        std::abort();
-    }
-    std::optional<std::string> OpenFile(const FileQuestion&) override { std::abort(); }
-};
-
-struct Book {
-    NoDialogs dialogs;
-    larder::SystemDrives drives;
-    std::unique_ptr<larder::frmMain> window;
-};
-
-Book* book = nullptr;
 
 std::string LongRecipe() {
     std::string rtf = "{\\rtf1\\ansi\\b A long recipe\\b0\\par ";
@@ -56,16 +35,16 @@ std::string LongRecipe() {
 void OpenFirst(benchmark::State& state) {
     for (auto _ : state) {
         const auto start = Clock::now();
-        book->window->editor.ShowNew();
+        TheBook().window->editor.ShowNew();
         larder::Application::DoEvents();
         state.SetIterationTime(Seconds(Clock::now() - start));
     }
-    book->window->editor.Unload();
+    TheBook().window->editor.Unload();
 }
 BENCHMARK(OpenFirst)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(1);
 
 void OpenOnARecipe(benchmark::State& state) {
-    larder::frmMain& main = *book->window;
+    larder::frmMain& main = *TheBook().window;
     const std::int32_t number = main.store.TotalNumRecords;
     for (auto _ : state) {
         const auto start = Clock::now();
@@ -80,7 +59,7 @@ BENCHMARK(OpenOnARecipe)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 // `key` typed in the middle of the text. The longest time is what a dropped frame would show in.
 void Type(benchmark::State& state, char key) {
-    larder::frmMain& main = *book->window;
+    larder::frmMain& main = *TheBook().window;
     main.editor.ShowNew();
     larder::RichTextBox& box = main.editor.Form().rtbRecipe;
     box.SetTextRTF(LongRecipe());
@@ -111,30 +90,5 @@ BENCHMARK_CAPTURE(Type, LineEnds, '\r')
 }  // namespace
 
 int main(int argc, char** argv) {
-#ifndef NDEBUG
-    std::fputs("A debug build measures nothing: use the preset `check`.\n", stderr);
-    return 1;
-#endif
-    setenv("QT_QPA_PLATFORM", "offscreen", 0);
-    const std::filesystem::path folder =
-        std::filesystem::temp_directory_path() / ("larder-bench-" + std::to_string(getpid()));
-    larder::bench::WriteLargeFolder(folder, {.Stock = 2000, .Own = 5000, .BodyBytes = 2000});
-    std::filesystem::current_path(folder);
-    int status = 1;
-    {
-        larder::Application application(argc, argv);
-        Book theBook;
-        book = &theBook;
-        theBook.window =
-            std::make_unique<larder::frmMain>(application, theBook.dialogs, theBook.drives);
-        if (theBook.window->Load()) {
-            larder::Application::DoEvents();
-            benchmark::Initialize(&argc, argv);
-            benchmark::RunSpecifiedBenchmarks();
-            status = 0;
-        }
-    }
-    std::filesystem::current_path("/");
-    std::filesystem::remove_all(folder);
-    return status;
+    return larder::bench::RunOnBook(argc, argv, {.Stock = 2000, .Own = 5000, .BodyBytes = 2000});
 }

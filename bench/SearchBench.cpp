@@ -1,6 +1,5 @@
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
-#include <stdlib.h>
 #include <time.h>
 #include <unistd.h>
 
@@ -11,7 +10,6 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +18,7 @@
 #include <sqlite3.h>
 #endif
 
+#include "BenchBook.h"
 #include "SearchFolder.h"
 #include "app/frmMain.h"
 #include "search/WordIndex.h"
@@ -59,15 +58,6 @@ double Seconds(Clock::duration time) {
     return std::chrono::duration<double>(time).count();
 }
 
-class NoDialogs : public larder::Dialogs {
-  public:
-    Answer MessageBox(const std::string& text, Buttons, Icon, const std::string&) override {
-        std::fprintf(stderr, "unexpected message: %s\n", text.c_str());
-        std::abort();
-    }
-    std::optional<std::string> OpenFile(const FileQuestion&) override { std::abort(); }
-};
-
 // Notes the last time that a widget was painted.
 class PaintWatch : public QObject {
   public:
@@ -98,7 +88,7 @@ struct Bench {
 
     larder::Application* application = nullptr;
     std::filesystem::path folder;
-    NoDialogs dialogs;
+    larder::bench::NoDialogs dialogs;
     larder::SystemDrives drives;
     std::unique_ptr<SearchFolder> book;
     std::unique_ptr<larder::frmMain> window;
@@ -395,11 +385,7 @@ void Register() {
 }  // namespace
 
 int main(int argc, char** argv) {
-#ifndef NDEBUG
-    std::fputs("A debug build measures nothing: use the preset `check`.\n", stderr);
-    return 1;
-#endif
-    setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    if (!larder::bench::CanMeasure()) return 1;
     const std::filesystem::path folder =
         std::filesystem::temp_directory_path() / ("larder-search-" + std::to_string(getpid()));
     {
