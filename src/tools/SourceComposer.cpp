@@ -15,7 +15,7 @@ constexpr std::uint16_t TextHalfPoints = 24;
 constexpr std::uint16_t TitleHalfPoints = 31;
 constexpr std::uint32_t TitleColour = 0x0479A6;    // #A67904, red in the low byte
 constexpr std::uint32_t HeadingColour = 0x714B28;  // #284B71
-constexpr std::int32_t HangingIndent = 300;        // twips
+constexpr std::int32_t HangingIndent = 360;        // twips
 
 ParaFormat Spaced(std::int32_t before, std::int32_t after) {
     ParaFormat format;
