@@ -77,6 +77,10 @@ std::string frmMain::GetRecipeTitle(std::int32_t recipeNum) {
     return store.GetRecipeTitle(recipeNum);
 }
 
+bool frmMain::IsGone(std::int32_t recipeNum) {
+    return store.LookUpTitle(recipeNum).Is == TitleIs::Gone;
+}
+
 void frmMain::ShowSame() {
     recipes.ShowRecipesIn_lvwX2("same", 0, false, true);
 }

@@ -141,7 +141,7 @@ ListSteps::WindowEnds ListSteps::EndsOfWindow() const {
 
 std::int32_t ListSteps::RecipeBefore(std::int32_t place) const {
     std::int32_t number = place - 1;
-    while (number > 0 && main.store.GetRecipeTitle(number).empty())
+    while (number > 0 && main.store.LookUpTitle(number).Is == TitleIs::Gone)
         --number;
     return MaxOf(number, 0);
 }

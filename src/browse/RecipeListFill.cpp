@@ -141,19 +141,19 @@ void RecipeList::FillVirtual(Fill& fill) {
     std::int32_t number = 0;
     std::int32_t n = 1;  // runs on across the lines, so that a deleted recipe leaves no gap
     for (int i = 1; i <= lines; ++i) {
-        std::string title;
-        while (title.empty() && number < last) {
+        TitleLine title;
+        while (title.Is == TitleIs::Gone && number < last) {
             number = fill.startPos + n - 1;
-            title = main.store.GetRecipeTitle(number);
+            title = main.store.LookUpTitle(number);
             ++n;
         }
-        if (title.empty()) {
+        if (title.Is == TitleIs::Gone) {
             while (main.ui.lvwX2.Count() >= i)
                 main.ui.lvwX2.Remove(main.ui.lvwX2.Count());
             return;
         }
         const std::string text = std::to_string(number);
-        WriteLine(i, number, title, main.pictures.HasPicture(text) ? 2 : 0,
+        WriteLine(i, number, title.Text, main.pictures.HasPicture(text) ? 2 : 0,
                   main.ui.lvwX2.ForeColor(), "k" + text, text);
     }
 }

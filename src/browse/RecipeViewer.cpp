@@ -98,13 +98,17 @@ void RecipeViewer::LeaveOtherModes() {
 void RecipeViewer::FillText(RichTextBox& rtb) {
     const std::string strRTF = main.store.GetRecipeRTF(lngCurrentRecipe);
     rtb.SetTextRTF(strRTF);
+    const TitleLine title = main.store.LookUpTitle(lngCurrentRecipe);
     // What is typed in the place of a text that could not be read would replace it.
-    const bool read = !main.booEditMode || main.editor.IsReadable(lngCurrentRecipe, strRTF);
+    const bool read = !main.booEditMode || RecipeEditor::IsReadable(title.Is, strRTF);
     RecipeInBox = read ? lngCurrentRecipe : 0;
     if (!read) main.editor.SetInPlaceEdit(false);
-    if (main.store.GetRecipeTitle(lngCurrentRecipe).empty()) {
-        rtb.SetText("The recipe " + std::to_string(lngCurrentRecipe) +
+    const std::string number = std::to_string(lngCurrentRecipe);
+    if (title.Is == TitleIs::Gone) {
+        rtb.SetText("The recipe " + number +
                     " is unavailable because it was permanently deleted from the database.");
+    } else if (title.Text.empty() && strRTF.empty()) {
+        rtb.SetText("Couldn't read recipe #" + number);
     }
     if (main.booEditMode) return;
     // A Tag that is no number leaves the sizes as they are in the text.

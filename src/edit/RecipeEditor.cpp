@@ -31,12 +31,13 @@ void RecipeEditor::LoadRecipeToUpdate(std::int32_t RecipeNum) {
     if (RecipeNum < 1 || RecipeNum > main.store.TotalNumRecords || Busy()) return;
     if (RecipeNum <= main.store.OriginalNumRecords && !main.booEditMode) return;
     if (!SaveInPlaceEdit()) return;
-    if (main.store.GetRecipeTitle(RecipeNum).empty()) return;  // deleted: it cannot come back
+    const TitleIs title = main.store.LookUpTitle(RecipeNum).Is;
+    if (title == TitleIs::Gone) return;  // deleted: it cannot come back
     frmAddRecipe& form = Form();
     const bool shown = form.window.Visible();
     if (shown && form.lngRecipeNum == RecipeNum) return form.window.BringToFront();
     const std::string strRTF = main.store.GetRecipeRTF(RecipeNum);
-    if (!IsReadable(RecipeNum, strRTF)) {
+    if (!IsReadable(title, strRTF)) {
         main.dialogs.MessageBox("Couldn't read recipe #" + std::to_string(RecipeNum),
                                 Dialogs::Buttons::Ok, Dialogs::Icon::Critical, "Tidewell Larder");
         return;
@@ -56,9 +57,8 @@ void RecipeEditor::LoadRecipeToUpdate(std::int32_t RecipeNum) {
 
 // Every recipe that was stored has a text. One that comes without was not read, and whatever stood
 // in its place would replace it when it is saved.
-bool RecipeEditor::IsReadable(std::int32_t RecipeNum, const std::string& strRTF) {
-    const std::string title = main.store.GetRecipeTitle(RecipeNum);
-    return title != "No Disk Error" && (title.empty() || !strRTF.empty());
+bool RecipeEditor::IsReadable(TitleIs title, const std::string& strRTF) {
+    return title == TitleIs::Gone || (title == TitleIs::There && !strRTF.empty());
 }
 
 bool RecipeEditor::MayDropWork() {

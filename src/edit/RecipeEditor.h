@@ -5,6 +5,7 @@
 #include <string>
 
 #include "edit/RecipeSaving.h"
+#include "store/RecipeStore.h"
 
 namespace larder {
 
@@ -34,9 +35,9 @@ class RecipeEditor {
     void Unload();
     // True when nothing unsaved is in the editor, or the user lets it go.
     bool MayDropWork();
-    // Whether a recipe's text, as it was just read, is the one that the book holds: a text that
-    // could not be read must not be opened to typing.
-    bool IsReadable(std::int32_t RecipeNum, const std::string& strRTF);
+    // Whether a text that was just read, and the look at its title, are what the book holds: a text
+    // that could not be read must not be opened to typing.
+    static bool IsReadable(TitleIs title, const std::string& strRTF);
 
     // The Add or Update of the editor, by its button or its menu.
     void ClickAdd();

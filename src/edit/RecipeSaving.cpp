@@ -133,7 +133,7 @@ RecipeSaving::Outcome RecipeSaving::Update(frmAddRecipe& form) {
 
 // A record that was deleted since it came on the screen does not come back.
 bool RecipeSaving::IsDeleted(std::int32_t recipeNum) {
-    return main.store.GetRecipeTitle(recipeNum).empty();
+    return main.store.LookUpTitle(recipeNum).Is == TitleIs::Gone;
 }
 
 // The title is the first line behind leading white space, which is not stored. The box is only

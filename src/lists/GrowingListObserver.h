@@ -19,6 +19,8 @@ class GrowingListObserver {
 
     virtual bool HasPicture(const std::string& strRecipeNum) const = 0;
     virtual std::string GetRecipeTitle(std::int32_t recipeNum) = 0;
+    // Of a recipe whose title came empty: whether it was deleted, and not only unreadable.
+    virtual bool IsGone(std::int32_t recipeNum) = 0;
 
     // ShowRecipesIn_lvwX2("same", 0, False, True): the first screenful is there.
     virtual void ShowSame() = 0;

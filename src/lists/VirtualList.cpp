@@ -70,7 +70,7 @@ bool VirtualList::AddRecipe(std::int32_t num, bool butDeleted) {
     item->Tag = std::to_string(num);
     item->Bold = observer_.HasPicture(item->Tag);
     item->Text = observer_.GetRecipeTitle(num);
-    if (butDeleted && item->Text.empty()) return false;
+    if (butDeleted && item->Text.empty() && observer_.IsGone(num)) return false;
     item->Icon = item->Bold ? 2 : 0;
     item->Num = num;
     item->Key = "k" + item->Tag;

@@ -105,7 +105,7 @@ void OwnRecipes::DeleteRecipe(std::int32_t RecipeNum, bool OnlyCustom, bool Sile
 bool OwnRecipes::MayDelete(std::int32_t RecipeNum, bool OnlyCustom, bool Silent) {
     const bool stock = RecipeNum <= main.store.OriginalNumRecords;
     if (stock && OnlyCustom && !main.booEditMode) return false;
-    if (main.store.GetRecipeTitle(RecipeNum).empty()) return false;  // deleted already
+    if (main.store.LookUpTitle(RecipeNum).Is == TitleIs::Gone) return false;  // deleted already
     if (Silent) return true;
     const auto answer = main.dialogs.MessageBox(
         "Permanently delete recipe #" + std::to_string(RecipeNum) + "?", Dialogs::Buttons::OkCancel,

@@ -10,6 +10,7 @@ namespace larder {
 
 namespace {
 
+constexpr const char* noDisc = "No Disk Error";
 constexpr const char* insertDisc = "\rPlease, make sure the CD is in the drive.";
 
 // Whole records of an index: a last one that is cut short does not count.
@@ -133,13 +134,19 @@ std::string RecipeStore::GetRecipeRTF(std::int32_t RecipeNum) {
     }
 }
 
-std::optional<std::string> RecipeStore::TitleUnlessGivenUp(std::int32_t RecipeNum) {
+TitleLine RecipeStore::LookUpTitle(std::int32_t RecipeNum) {
     try {
         const auto read = [this](const Place& place) { return ReadTitle(place); };
         const auto ask = [this](const std::string&) { return AskForTitle(); };
-        return ReadAskingForDisc(PlaceOf(RecipeNum), read, ask);
-    } catch (const Failure&) {
-        return std::string();
+        std::optional<std::string> title = ReadAskingForDisc(PlaceOf(RecipeNum), read, ask);
+        if (!title) return {noDisc, TitleIs::Unreadable};
+        const TitleIs is = title->empty() ? TitleIs::Gone : TitleIs::There;
+        return {*std::move(title), is};
+    } catch (const Failure& f) {
+        // What the files do not have is not there; any other failure says nothing about them.
+        const bool noRecord =
+            f.Number == failure::BadRecordNumber || f.Number == failure::InputPastEnd;
+        return {"", noRecord ? TitleIs::Gone : TitleIs::Unreadable};
     }
 }
 
@@ -151,7 +158,7 @@ bool RecipeStore::AskForTitle() {
 }
 
 std::string RecipeStore::GetRecipeTitle(std::int32_t RecipeNum) {
-    return TitleUnlessGivenUp(RecipeNum).value_or("No Disk Error");
+    return LookUpTitle(RecipeNum).Text;
 }
 
 std::string RecipeStore::GetRecipeTXT(std::int32_t RecipeNum) {
@@ -207,10 +214,11 @@ void RecipeStore::RecalculateTotalRecipes() {
     TotalNumRecords = stock + own;
     std::int32_t deleted = 0;
     for (std::int32_t i = 1; i <= own; ++i) {
-        const std::optional<std::string> title = TitleUnlessGivenUp(stock + i);
-        // Recipes without their disc count as present, so those that follow need no question each.
-        if (!title) break;
-        if (title->empty()) ++deleted;
+        const TitleLine title = LookUpTitle(stock + i);
+        // What cannot be read counts as present; without their disc, so do all that follow, which
+        // need no question each.
+        if (title.Is == TitleIs::Unreadable && title.Text == noDisc) break;
+        if (title.Is == TitleIs::Gone) ++deleted;
     }
     SetTotalRecipes(TotalNumRecords - deleted);
 }

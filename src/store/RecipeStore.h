@@ -13,6 +13,18 @@ namespace larder {
 
 class Failure;
 
+// What a look-up of a title has come upon.
+enum class TitleIs {
+    There,       // a line that is not empty
+    Gone,        // an empty line, which is how a recipe is deleted, or no record at all
+    Unreadable,  // nobody knows: the user has given up on the disc, or the storage has failed
+};
+
+struct TitleLine {
+    std::string Text;  // what GetRecipeTitle gives
+    TitleIs Is = TitleIs::Gone;
+};
+
 // Reading recipes and category descriptions by number. Recipes 1 to OriginalNumRecords are the
 // stock, in files 1 and 2; those up to TotalNumRecords are the user's own, in files 21 and 22;
 // descriptions are in 3 and 4. An index entry is the position at which the record begins in the
@@ -69,6 +81,9 @@ class RecipeStore {
     // The title line, empty for a deleted recipe and for what cannot be read; "No Disk Error" when
     // the user gives up on the disc.
     std::string GetRecipeTitle(std::int32_t RecipeNum);
+    // The same with what an empty text means. Whoever acts on a deleted recipe asks here, since one
+    // that could not be read is none.
+    TitleLine LookUpTitle(std::int32_t RecipeNum);
     // Moves file 1 to a stock recipe; returns an empty text. Any failure reaches the caller.
     std::string GetRecipeTXT(std::int32_t RecipeNum);
 
@@ -101,7 +116,6 @@ class RecipeStore {
     bool AskForTitle();
     std::int32_t CountRecords(int index, const std::string& path);
     bool ReopenAfter(const Failure& failure, const Place& place);
-    std::optional<std::string> TitleUnlessGivenUp(std::int32_t RecipeNum);
 
     NumberedFiles& files_;
     const DataPaths& paths_;

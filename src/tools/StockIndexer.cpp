@@ -51,6 +51,9 @@ class Workbench final : public GrowingListObserver, public FindSurroundings, pub
     std::string GetRecipeTitle(std::int32_t number) override {
         return store_.GetRecipeTitle(number);
     }
+    bool IsGone(std::int32_t number) override {
+        return store_.LookUpTitle(number).Is == TitleIs::Gone;
+    }
     void ShowSame() override {}
     void DecorateWait(bool, const std::string&) override {}
     void UpdateScroll() override {}

@@ -26,6 +26,7 @@ class ListRecorder : public GrowingListObserver {
     std::string GetRecipeTitle(std::int32_t recipeNum) override {
         return "Title " + std::to_string(recipeNum);
     }
+    bool IsGone(std::int32_t /*recipeNum*/) override { return true; }
     void ShowSame() override {
         Log.push_back("same");
         OnShowSame();

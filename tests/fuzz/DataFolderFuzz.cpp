@@ -97,6 +97,9 @@ struct Program : GrowingListObserver {
     std::string GetRecipeTitle(std::int32_t recipeNum) override {
         return store.GetRecipeTitle(recipeNum);
     }
+    bool IsGone(std::int32_t recipeNum) override {
+        return store.LookUpTitle(recipeNum).Is == TitleIs::Gone;
+    }
     void ShowSame() override {}
     void DecorateWait(bool, const std::string&) override {}
     void UpdateScroll() override {}

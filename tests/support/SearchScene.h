@@ -78,6 +78,9 @@ class SearchScene : private GrowingListObserver, private FindSurroundings {
     std::string GetRecipeTitle(std::int32_t number) override {
         return Store.GetRecipeTitle(number);
     }
+    bool IsGone(std::int32_t number) override {
+        return Store.LookUpTitle(number).Is == TitleIs::Gone;
+    }
     void ShowSame() override {}
     void DecorateWait(bool, const std::string&) override {}
     void UpdateScroll() override {}
