@@ -49,6 +49,16 @@ bool RecipeJournal::Settle() {
     return changed;
 }
 
+void RecipeJournal::SettleForReaders() {
+    if (unfinished_ || textRenamed_) Settle();
+}
+
+const RecordChange* RecipeJournal::HalfDone(int textNumber) const {
+    if (!unfinished_) return nullptr;
+    const int changed = unfinished_->Custom ? filenumber::CustomRecipes : filenumber::Recipes;
+    return changed == textNumber ? &*unfinished_ : nullptr;
+}
+
 void RecipeJournal::SettleLastRun() {
     Settle();
     // An index that has just been renamed into its place may still bear its mark; readers take no
@@ -140,8 +150,10 @@ bool RecipeJournal::SettleChange() {
         if (!takeBack) files_.FlushAll({pair.Text, pair.Index});
     });
     Close(pair);
-    if (takeBack) TakeBack(*change);
-    return takeBack;
+    if (!takeBack) return false;
+    unfinished_ = change;  // until it is taken back, which may fail
+    TakeBack(*change);
+    return true;
 }
 
 bool RecipeJournal::StockIsOnDisc() const {

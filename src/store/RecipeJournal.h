@@ -31,11 +31,19 @@ class RecipeJournal {
     // nothing may be written before a later call succeeds. Leaves the files that it needed closed.
     // True when a recipe file may have changed: what was counted is to be counted anew.
     bool Settle();
-    // Settle for readers, who would find a rewritten text beside its old index: does nothing unless
-    // that is what a failure has left.
-    void SettleRenamedText();
+    // Settle for readers: does nothing unless a failure in this run has left the files so that they
+    // would be misread.
+    void SettleForReaders();
     // Settle for the start of the program, before the files are opened.
     void SettleLastRun();
+
+    // How readers take the files while Settle does not succeed.
+    // The index that goes with the text of a pair: the temporary one as long as the rewritten text
+    // stands in its place and the index does not.
+    std::string IndexFor(const RecipePair& pair) const;
+    // The change that the files with this text are left in the middle of, null for none: the record
+    // is the old one still, and one that was to be added is not there.
+    const RecordChange* HalfDone(int textNumber) const;
 
     // Changes one record in the files of its pair, which are open for writing, and carries it to
     // the disk. `bytes` are the new ones. After a failure the old record is there, or will be at
@@ -73,8 +81,9 @@ class RecipeJournal {
 
     NumberedFiles& files_;
     const DataPaths& paths_;
-    std::optional<RecordChange> unfinished_;  // failed in this run, and not taken back yet
+    std::optional<RecordChange> unfinished_;  // half done, and not taken back yet
     bool textRenamed_ = false;                // and its index not, since a failure in this run
+    std::optional<RecipePair> renamed_;       // whose text that is, once it is known
 };
 
 }  // namespace larder

@@ -34,12 +34,16 @@ void RecipeJournal::PutInPlace(const RecipePair& pair) {
         RenameIndex(pair);
     } catch (const Failure&) {
         textRenamed_ = !files_.Exists(text) && files_.Exists(index);
+        if (textRenamed_) renamed_ = pair;
         throw;
     }
 }
 
-void RecipeJournal::SettleRenamedText() {
-    if (textRenamed_) Settle();
+// A rename may have been carried out although it was told as failed.
+std::string RecipeJournal::IndexFor(const RecipePair& pair) const {
+    const std::string& index = paths_.strRecipesIndexTempFile;
+    const bool temporary = renamed_ && renamed_->Text == pair.Text && files_.Exists(index);
+    return temporary ? index : pair.IndexPath;
 }
 
 void RecipeJournal::RenameIndex(const RecipePair& pair) {
@@ -63,6 +67,7 @@ void RecipeJournal::FinishPair() {
     const std::string& index = paths_.strRecipesIndexTempFile;
     std::optional<RecipePair> owner;
     NamingFile(index, [&] { owner = OwnerOfTemporaryIndex(); });
+    renamed_ = owner;
     if (owner) {
         Close(*owner);
         NamingFile(owner->IndexPath, [&] {
@@ -73,6 +78,7 @@ void RecipeJournal::FinishPair() {
         DeleteTemporaries();
     }
     textRenamed_ = false;
+    renamed_.reset();
 }
 
 std::optional<RecipePair> RecipeJournal::OwnerByMark(const std::string& mark) const {

@@ -5,6 +5,7 @@
 #include "platform/Failure.h"
 #include "platform/Text.h"
 #include "store/FileNumbers.h"
+#include "store/RecipeJournal.h"
 
 namespace larder {
 
@@ -36,13 +37,16 @@ void RecipeStore::OpenYDB_IND_Normal() {
     using namespace filenumber;
     Ignoring([&] { files_.Close(CustomRecipes); });
     Ignoring([&] { files_.Close(CustomRecipesIndex); });
-    if (BeforeOpening) BeforeOpening();
-    Ignoring([&] { files_.Open(Recipes, paths_.strRecipesFile, FileMode::Input); });
-    Ignoring([&] { files_.Open(RecipesIndex, paths_.strRecipesIndexFile, FileMode::Random); });
-    Ignoring([&] { files_.Open(CustomRecipes, paths_.strCustomRecipesFile, FileMode::Input); });
-    Ignoring([&] {
-        files_.Open(CustomRecipesIndex, paths_.strCustomRecipesIndexFile, FileMode::Random);
-    });
+    if (Journal != nullptr) Ignoring([&] { Journal->SettleForReaders(); });
+    for (const RecipePair& pair : {StockPair(paths_), CustomPair(paths_)}) {
+        Ignoring([&] { files_.Open(pair.Text, pair.TextPath, FileMode::Input); });
+        Ignoring([&] { OpenIndex(pair); });
+    }
+}
+
+void RecipeStore::OpenIndex(const RecipePair& pair) {
+    const std::string path = Journal != nullptr ? Journal->IndexFor(pair) : pair.IndexPath;
+    files_.Open(pair.Index, path, FileMode::Random);
 }
 
 void RecipeStore::OpenCategoryDescriptions() {
@@ -65,9 +69,36 @@ RecipeStore::Place RecipeStore::PlaceOfDescription(std::int32_t CatNum) {
     return {filenumber::CatD, filenumber::CatDIndex, CatNum};
 }
 
+// The record that is not whole, and so is not there.
+const RecordChange* RecipeStore::HalfAdded(int text) const {
+    const RecordChange* change = Journal != nullptr ? Journal->HalfDone(text) : nullptr;
+    return change != nullptr && change->Adds ? change : nullptr;
+}
+
+// The change that has been begun on the record that begins there, and has its old bytes.
+const RecordChange* RecipeStore::HalfChanged(int text, std::int32_t start) const {
+    const RecordChange* change = Journal != nullptr ? Journal->HalfDone(text) : nullptr;
+    return change != nullptr && !change->Adds && change->Position == start ? change : nullptr;
+}
+
+// 0 behind the last entry.
+std::int32_t RecipeStore::ReadEntry(const Place& place, std::int64_t entry) {
+    const RecordChange* added = HalfAdded(place.Text);
+    if (added != nullptr && entry > added->IndexLength / 4) return 0;
+    return files_.ReadRecord(place.Index, entry);
+}
+
+// Where the next record begins; the last one ends with the file.
+std::int64_t RecipeStore::EndOf(const Place& place) {
+    const std::int32_t next = ReadEntry(place, place.Entry + 1);
+    if (next != 0) return next;
+    const RecordChange* added = HalfAdded(place.Text);
+    return added != nullptr ? added->Position : files_.Length(place.Text) + 1;
+}
+
 // Moves the text file to the record and returns where it begins.
 std::int32_t RecipeStore::ToRecord(const Place& place) {
-    const std::int32_t start = files_.ReadRecord(place.Index, place.Entry);
+    const std::int32_t start = ReadEntry(place, place.Entry);
     // Looked at before the text file, which may well be missing where there is no record.
     if (start < 1) throw Failure(failure::BadRecordNumber, "RecipeStore");
     files_.Seek(place.Text, start);
@@ -75,18 +106,20 @@ std::int32_t RecipeStore::ToRecord(const Place& place) {
 }
 
 std::string RecipeStore::ReadTitle(const Place& place) {
-    ToRecord(place);
-    return files_.ReadLine(place.Text);
+    const std::int32_t start = ToRecord(place);
+    const RecordChange* change = HalfChanged(place.Text, start);
+    return change != nullptr ? change->OldTitle() : files_.ReadLine(place.Text);
 }
 
-// The body ends with a CR LF, which does not belong to it. An entry behind the last is 0: the last
-// record ends with the file.
+// The body ends with a CR LF, which does not belong to it.
 std::string RecipeStore::ReadBody(const Place& place) {
-    ReadTitle(place);
+    const std::int32_t start = ToRecord(place);
+    if (const RecordChange* change = HalfChanged(place.Text, start)) {
+        return change->OldBody(EndOf(place) - start);
+    }
+    files_.SkipLine(place.Text);
     const std::int64_t body = files_.Position(place.Text);
-    std::int64_t next = files_.ReadRecord(place.Index, place.Entry + 1);
-    if (next == 0) next = files_.Length(place.Text) + 1;
-    return files_.ReadChars(place.Text, next - body - 2);
+    return files_.ReadChars(place.Text, EndOf(place) - body - 2);
 }
 
 // Failure 52 is the normal way back after a writer has closed the files: opens them again, and
@@ -194,19 +227,19 @@ std::string RecipeStore::GetCatRTF(std::int32_t CatNum) {
 
 // An index that could not be opened was passed over in silence. Its records must not count as none,
 // so it is opened once more for the reason.
-std::int32_t RecipeStore::CountRecords(int index, const std::string& path) {
+std::int32_t RecipeStore::CountRecords(const RecipePair& pair) {
     std::int32_t count = 0;
-    NamingFile(path, [&] {
-        if (!files_.IsOpen(index)) files_.Open(index, path, FileMode::Random);
-        count = RecordsIn(files_.Length(index));
+    NamingFile(pair.IndexPath, [&] {
+        if (!files_.IsOpen(pair.Index)) OpenIndex(pair);
+        const RecordChange* added = HalfAdded(pair.Text);
+        count = RecordsIn(added != nullptr ? added->IndexLength : files_.Length(pair.Index));
     });
     return count;
 }
 
 void RecipeStore::RecalculateTotalRecipes() {
-    using namespace filenumber;
-    const std::int32_t stock = CountRecords(RecipesIndex, paths_.strRecipesIndexFile);
-    const std::int32_t own = CountRecords(CustomRecipesIndex, paths_.strCustomRecipesIndexFile);
+    const std::int32_t stock = CountRecords(StockPair(paths_));
+    const std::int32_t own = CountRecords(CustomPair(paths_));
     if (own > std::numeric_limits<std::int32_t>::max() - stock) {
         throw Failure(failure::Overflow, "RecalculateTotalRecipes");
     }

@@ -12,6 +12,9 @@
 namespace larder {
 
 class Failure;
+class RecipeJournal;
+struct RecipePair;
+struct RecordChange;
 
 // What a look-up of a title has come upon.
 enum class TitleIs {
@@ -67,8 +70,9 @@ class RecipeStore {
     // Called with each count that is set; may be empty.
     std::function<void(std::int32_t)> OnTotalRecipes;
 
-    // Called before OpenYDB_IND_Normal opens anything; may be empty.
-    std::function<void()> BeforeOpening;
+    // Knows what a write that failed has left of the files: the store reads by it what was there
+    // before. Set by the writer; null for none.
+    RecipeJournal* Journal = nullptr;
     // Closes files 21 and 22 and opens 1, 2, 21 and 22, going on whatever fails: what is open stays
     // in use, a missing text file stays closed, a missing index comes into being, empty.
     void OpenYDB_IND_Normal();
@@ -107,6 +111,10 @@ class RecipeStore {
     Place PlaceOf(std::int32_t RecipeNum) const;
     static Place PlaceOfDescription(std::int32_t CatNum);
 
+    const RecordChange* HalfAdded(int text) const;
+    const RecordChange* HalfChanged(int text, std::int32_t start) const;
+    std::int32_t ReadEntry(const Place& place, std::int64_t entry);
+    std::int64_t EndOf(const Place& place);
     std::int32_t ToRecord(const Place& place);
     std::string ReadTitle(const Place& place);
     std::string ReadBody(const Place& place);
@@ -114,7 +122,8 @@ class RecipeStore {
     template <typename Read, typename Ask>
     std::optional<std::string> ReadAskingForDisc(const Place& place, Read&& read, Ask&& ask);
     bool AskForTitle();
-    std::int32_t CountRecords(int index, const std::string& path);
+    void OpenIndex(const RecipePair& pair);
+    std::int32_t CountRecords(const RecipePair& pair);
     bool ReopenAfter(const Failure& failure, const Place& place);
 
     NumberedFiles& files_;

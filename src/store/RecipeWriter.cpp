@@ -38,11 +38,11 @@ RecipeWriter::RecipeWriter(NumberedFiles& files, const DataPaths& paths, RecipeS
       paths_(paths),
       store_(store),
       message_(std::move(message)) {
-    store_.BeforeOpening = [this] { Ignoring([this] { Journal.SettleRenamedText(); }); };
+    store_.Journal = &Journal;
 }
 
 RecipeWriter::~RecipeWriter() {
-    store_.BeforeOpening = nullptr;
+    store_.Journal = nullptr;
 }
 
 bool RecipeWriter::AddRecipeTo_YDB_IND(const std::string& strTitleTXT,

@@ -4,6 +4,8 @@
 #include <limits>
 #include <sstream>
 
+#include "platform/Failure.h"
+
 namespace larder {
 
 namespace {
@@ -22,6 +24,21 @@ std::string Digits(std::uint64_t sum) {
 void RecordChange::SetNew(std::string_view bytes) {
     NewBytes = static_cast<std::int64_t>(bytes.size());
     NewSum = ChecksumOf(bytes);
+}
+
+std::string RecordChange::OldTitle() const {
+    return Old.substr(0, Old.find_first_of("\r\n"));
+}
+
+std::string RecordChange::OldBody(std::int64_t bytes) const {
+    const std::size_t title = OldTitle().size();
+    const std::size_t start = title + (Old.compare(title, 2, "\r\n") == 0 ? 2 : 1);
+    const std::int64_t count = bytes - static_cast<std::int64_t>(start) - 2;
+    if (count < 0) throw Failure(failure::InvalidArgument, "OldBody");
+    if (start > Old.size() || static_cast<std::size_t>(count) > Old.size() - start) {
+        throw Failure(failure::InputPastEnd, "OldBody");
+    }
+    return Old.substr(start, static_cast<std::size_t>(count));
 }
 
 std::uint64_t ChecksumOf(std::string_view bytes) {

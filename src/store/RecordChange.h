@@ -22,6 +22,12 @@ struct RecordChange {
     std::uint64_t NewSum = 0;   // their checksum
 
     void SetNew(std::string_view bytes);
+
+    // The title and the body of the record that is written over. `bytes` is how many the record has
+    // up to the next one; the last one of a file has one more than is written over. Failures 5 and
+    // 62 for a number that the record cannot have.
+    std::string OldTitle() const;
+    std::string OldBody(std::int64_t bytes) const;
 };
 
 // The checksum of bytes: 64 bits, FNV-1a.

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <fstream>
 #include <functional>
 #include <iostream>
 #include <string>
@@ -40,6 +42,13 @@ const std::vector<Operation> operations = {
 
 constexpr int failures[] = {failure::DiskFull, failure::DeviceError, failure::PathAccess};
 
+// How the storage fails.
+struct Trouble {
+    int Number;
+    bool Onwards;  // so do all later accesses
+    bool InPart;   // a write that fails has written half of its bytes
+};
+
 class RecipeFaultTest : public testing::Test {
   protected:
     RecipeFaultTest() {
@@ -57,13 +66,62 @@ class RecipeFaultTest : public testing::Test {
 
     std::filesystem::path Data() const { return folder_.Native("Data"); }
 
-    // The recipes after an operation that nothing disturbs.
+    // The recipes after an operation that nothing disturbs. Remembers what each access has done.
     std::vector<StoredRecipe> Undisturbed(const Operation& operation) {
         PutBytes(Data(), first_);
         StoreSession session(Data());
         session.Start();
+        kinds_ = {""};
+        states_.clear();
+        session.Files.Watch([&](const NumberedFiles::Access& access) {
+            if (!Changes(access)) return;
+            states_.push_back(BytesOf(Data()));
+            kinds_.emplace_back(access.Kind);
+        });
         EXPECT_TRUE(operation.Run(session));
-        return RecipesIn(BytesOf(Data()));
+        session.Files.Watch(nullptr);
+        states_.push_back(BytesOf(Data()));
+        return RecipesIn(states_.back());
+    }
+
+    // Writes half of what makes a file what it is in a folder.
+    void WriteHalf(const FolderBytes& to, std::string_view path) const {
+        const std::string name(path.substr(path.rfind('\\') + 1));
+        const std::string now = FileIn(BytesOf(Data()), name);
+        const std::string then = FileIn(to, name);
+        if (now == then || now.size() > then.size()) return;
+        const auto first = std::ranges::mismatch(now, then).in1 - now.begin();
+        const std::size_t middle = (static_cast<std::size_t>(first) + then.size() + 1) / 2;
+        const std::string rest = middle < now.size() ? now.substr(middle) : "";
+        std::ofstream(Data() / name, std::ios::binary) << then.substr(0, middle) + rest;
+    }
+
+    static std::vector<StoredRecipe> ReadIn(StoreSession& session) {
+        std::vector<StoredRecipe> recipes;
+        for (std::int32_t i = 1; i <= session.Store.TotalNumRecords; ++i)
+            recipes.push_back({session.Store.GetRecipeTitle(i), session.Store.GetRecipeRTF(i)});
+        return recipes;
+    }
+
+    // What is read before the next write, in the same run and after a start: recipes that were
+    // there, whole.
+    void CheckReads(StoreSession& session, const std::vector<StoredRecipe>& after, bool changed,
+                    const Trouble& trouble) {
+        const auto before = RecipesIn(first_);
+        const auto failing = [&](const NumberedFiles::Access& access) {
+            if (Changes(access) && access.Kind != "open") throw Failure(trouble.Number, "disk");
+        };
+        if (trouble.Onwards) session.Files.Watch(failing);
+        EXPECT_TRUE(ReadIn(session) == (changed ? after : before));
+        session.Files.Watch(nullptr);
+        if (!trouble.Onwards) return;
+        StoreSession next(Data());
+        next.Files.Watch(failing);
+        Ignoring([&] { next.Writer.Journal.SettleLastRun(); });
+        next.Store.OpenYDB_IND_Normal();
+        next.Store.RecalculateTotalRecipes();
+        const auto now = ReadIn(next);
+        EXPECT_TRUE(now == before || now == after);
     }
 
     void CheckRecipes(const Operation& operation, const std::vector<StoredRecipe>& after,
@@ -79,24 +137,29 @@ class RecipeFaultTest : public testing::Test {
         }
     }
 
-    // Access `at` of an operation fails, and with `onwards` every one behind it. False when the
-    // operation has fewer.
-    bool Disturb(const Operation& operation, const std::vector<StoredRecipe>& after, int at,
-                 int number, bool onwards) {
+    // Access `at` of an operation fails. False when the operation has fewer.
+    bool Disturb(const Operation& operation, const std::vector<StoredRecipe>& after, std::size_t at,
+                 const Trouble& trouble) {
+        if (trouble.InPart && at < kinds_.size() && kinds_[at] != "write") return true;
         PutBytes(Data(), first_);
         StoreSession session(Data());
         session.Start();
-        int counted = 0;
+        std::size_t counted = 0;
         session.Files.Watch([&](const NumberedFiles::Access& access) {
             if (!Changes(access)) return;
             ++counted;
-            if (counted == at || (onwards && counted > at)) throw Failure(number, "disk");
+            if (counted != at && (!trouble.Onwards || counted < at)) return;
+            // A later write is one that takes back what the operation did.
+            const bool half = trouble.InPart && access.Kind == "write";
+            if (half) WriteHalf(counted == at ? states_[at] : first_, access.Path);
+            throw Failure(trouble.Number, "disk");
         });
         const bool changed = operation.Run(session);
         session.Files.Watch(nullptr);
         if (counted < at) return false;
         ++points_;
-        CheckMessage(session, operation, number, changed);
+        CheckMessage(session, operation, trouble.Number, changed);
+        CheckReads(session, after, changed, trouble);
         CheckGoesOn(session, operation, after, changed);
         return true;
     }
@@ -127,33 +190,43 @@ class RecipeFaultTest : public testing::Test {
                   session.Store.TotalNumRecords - (changed && operation.Name == "delete" ? 1 : 0));
     }
 
-    void DisturbEverywhere(bool onwards) {
+    void DisturbEverywhere(bool onwards, bool inPart) {
         for (const Operation& operation : operations) {
             const auto after = Undisturbed(operation);
             for (const int number : failures) {
-                for (int at = 1;; ++at) {
+                for (std::size_t at = 1;; ++at) {
                     SCOPED_TRACE(operation.Name + ", failure " + std::to_string(number) +
                                  " at access " + std::to_string(at));
-                    if (!Disturb(operation, after, at, number, onwards)) break;
+                    if (!Disturb(operation, after, at, {number, onwards, inPart})) break;
                     if (HasFailure()) return;
                 }
             }
         }
         std::cout << points_ << " faults, no loss" << std::endl;
-        EXPECT_GT(points_, 150);
+        EXPECT_GT(points_, inPart ? 50 : 150);
     }
 
     TempFolder folder_{TempFolder::InMemory()};
     FolderBytes first_;
+    std::vector<std::string> kinds_;   // of the accesses of an operation, from 1
+    std::vector<FolderBytes> states_;  // behind each of them; before the first one at 0
     int points_ = 0;
 };
 
 TEST_F(RecipeFaultTest, AFailureOfAnyAccessIsToldAndCostsNothing) {
-    DisturbEverywhere(false);
+    DisturbEverywhere(false, false);
 }
 
 TEST_F(RecipeFaultTest, AStorageThatFailsFromSomeMomentOnIsToldAndCostsNothing) {
-    DisturbEverywhere(true);
+    DisturbEverywhere(true, false);
+}
+
+TEST_F(RecipeFaultTest, AWriteThatFailsHalfDoneIsToldAndCostsNothing) {
+    DisturbEverywhere(false, true);
+}
+
+TEST_F(RecipeFaultTest, AStorageThatFailsInTheMiddleOfAWriteIsToldAndCostsNothing) {
+    DisturbEverywhere(true, true);
 }
 
 }  // namespace

@@ -267,23 +267,6 @@ TEST_F(RecipeUpdaterTest, AMessageIsShownWithoutTheHourglass) {
     EXPECT_EQ(session.MessagesUnderHourglass, 0);
 }
 
-TEST_F(RecipeUpdaterTest, ReadersWaitForTheIndexOfATextThatWasRenamed) {
-    bool broken = true;
-    session.Files.Watch([&](const NumberedFiles::Access& access) {
-        const bool index = access.Path.find("Index.ind") != std::string_view::npos;
-        if (broken && access.Kind == "rename" && index) throw Failure(failure::DiskFull, "test");
-    });
-    EXPECT_TRUE(session.Update(3, "Conger", "{\\rtf1 Conger}"));
-    EXPECT_TRUE(folder.Exists("Data/Recipes Index Temp.ind"));
-    EXPECT_EQ(session.Messages.size(), 1U);
-    EXPECT_FALSE(session.Update(4, "", "")) << "nothing is deleted by the old index";
-    EXPECT_EQ(Own(), "Conger\r\n{\\rtf1 Conger}\r\n" + std::string(ownText).substr(18));
-    broken = false;
-    session.Files.CloseAll();
-    EXPECT_EQ(session.Store.GetRecipeTitle(4), "Cod");
-    EXPECT_FALSE(folder.Exists("Data/Recipes Index Temp.ind"));
-}
-
 TEST_F(RecipeUpdaterTest, ARecordThatCannotBeReachedIsToldByItsNumber) {
     folder.Write("Data/Custom Recipes Index.ind", IndexBytes({1, 0, 37}));
     EXPECT_FALSE(session.Update(4, "Ox", "{\\rtf1}"));

@@ -1,0 +1,249 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "platform/Failure.h"
+#include "support/DataFolder.h"
+#include "support/StoreSession.h"
+#include "support/StoredRecipes.h"
+#include "support/TempFolder.h"
+
+namespace larder::test {
+namespace {
+
+// What is read while a change can neither be finished nor taken back. Stock recipes 1 and 2, and
+// the user's 3 to 5, the last of them plain text.
+class UnsettledReads : public testing::Test {
+  protected:
+    UnsettledReads() {
+        stock.AddRecipe("Stock A", "{\\rtf1 A}");
+        stock.AddRecipe("Stock B", "{\\rtf1 B}");
+        own.AddRecipe("Eel", "{\\rtf1 Eel}");
+        own.AddRecipe("Cod", "{\\rtf1 Cod}");
+        own.AddRecipe("Ray", "Fry the ray.");
+        folder.Write("Data/Recipes.ydb", stock.Text);
+        folder.Write("Data/Recipes Index.ind", stock.Index());
+        folder.Write("Data/Custom Recipes.ydb", own.Text);
+        folder.Write("Data/Custom Recipes Index.ind", own.Index());
+        session.Start();
+    }
+
+    // From now on no file can be renamed to this name.
+    void RefuseRenameTo(StoreSession& run, const std::string& name) {
+        run.Files.Watch([this, name](const NumberedFiles::Access& access) {
+            if (broken && access.Kind == "rename" && access.Path.ends_with(name)) {
+                throw Failure(failure::DeviceError, "disk");
+            }
+        });
+    }
+    // From now on the disk takes no more: a write to a number of the user's files puts `bytes` into
+    // the text, from a position on, and fails; and so does all that would take it back.
+    void FailWriting(StoreSession& run, int number, std::size_t position,
+                     const std::string& bytes) {
+        run.Files.Watch([=, this](const NumberedFiles::Access& access) {
+            if (!broken || access.Kind == "open" || access.Kind == "read" ||
+                access.Kind == "close" || access.Number == filenumber::RecipesTemp) {
+                return;
+            }
+            if (access.Number == number && access.Kind == "write" && !torn)
+                Overwrite(position, bytes);
+            torn = torn || access.Number == number;
+            if (torn) throw Failure(failure::DeviceError, "disk");
+        });
+    }
+    void Overwrite(std::size_t position, const std::string& bytes) const {
+        std::fstream file(folder.Native("Data/Custom Recipes.ydb"),
+                          std::ios::in | std::ios::out | std::ios::binary);
+        file.seekp(static_cast<std::streamoff>(position) - 1);
+        file << bytes;
+    }
+    // A start of the program on the folder as it is.
+    static void StartAsFarAsItGoes(StoreSession& run) {
+        EXPECT_THROW(run.Writer.Journal.SettleLastRun(), Failure);
+        run.Store.OpenYDB_IND_Normal();
+        run.Store.RecalculateTotalRecipes();
+    }
+
+    using Recipes = std::vector<StoredRecipe>;
+    static Recipes ReadIn(StoreSession& run) {
+        Recipes recipes;
+        for (std::int32_t i = 1; i <= run.Store.TotalNumRecords; ++i)
+            recipes.push_back({run.Store.GetRecipeTitle(i), run.Store.GetRecipeRTF(i)});
+        EXPECT_TRUE(run.Disc.Asked.empty());
+        return recipes;
+    }
+    std::string Own() const { return folder.Read("Data/Custom Recipes.ydb"); }
+
+    const Recipes before{{"Stock A", "{\\rtf1 A}"},
+                         {"Stock B", "{\\rtf1 B}"},
+                         {"Eel", "{\\rtf1 Eel}"},
+                         {"Cod", "{\\rtf1 Cod}"},
+                         {"Ray", "Fry the ray."}};
+    Database stock;
+    Database own;
+    TempFolder folder;
+    bool broken = true;
+    bool torn = false;
+    StoreSession session{folder.Native("Data")};
+};
+
+// A text that was renamed, and its index was not
+
+TEST_F(UnsettledReads, ARewrittenTextIsReadByItsOwnIndexWhileThatCannotTakeItsPlace) {
+    RefuseRenameTo(session, "Custom Recipes Index.ind");
+    ASSERT_TRUE(session.Update(3, "Conger", "{\\rtf1 Conger}"));
+    ASSERT_TRUE(folder.Exists("Data/Recipes Index Temp.ind"));
+    EXPECT_EQ(session.Messages.size(), 1U);
+    Recipes expected = before;
+    expected[2] = {"Conger", "{\\rtf1 Conger}"};
+    EXPECT_EQ(ReadIn(session), expected);
+    EXPECT_FALSE(session.Update(4, "", "")) << "nothing is written before the index is in place";
+    EXPECT_FALSE(session.Add("New", "{}"));
+    EXPECT_EQ(ReadIn(session), expected);
+    EXPECT_EQ(session.Store.TotalNumRecords, 5);
+    broken = false;
+    session.Files.CloseAll();
+    EXPECT_EQ(ReadIn(session), expected);
+    EXPECT_FALSE(folder.Exists("Data/Recipes Index Temp.ind"));
+    EXPECT_TRUE(session.Update(4, "", ""));
+}
+
+TEST_F(UnsettledReads, ARewrittenTextIsReadByItsOwnIndexAfterAStartToo) {
+    RefuseRenameTo(session, "Custom Recipes Index.ind");
+    ASSERT_TRUE(session.Update(3, "Conger", "{\\rtf1 Conger}"));
+    StoreSession next(folder.Native("Data"));
+    RefuseRenameTo(next, "Custom Recipes Index.ind");
+    StartAsFarAsItGoes(next);
+    Recipes expected = before;
+    expected[2] = {"Conger", "{\\rtf1 Conger}"};
+    EXPECT_EQ(ReadIn(next), expected);
+    EXPECT_EQ(next.Store.TotalRecipes(), 5);
+    EXPECT_FALSE(next.Update(4, "Dab", "{}"));
+    broken = false;
+    EXPECT_TRUE(next.Update(4, "Dab", "{}"));
+    expected[3] = {"Dab", "{}         "};
+    EXPECT_EQ(ReadIn(next), expected);
+}
+
+TEST_F(UnsettledReads, ARewrittenStockIsReadByItsOwnIndexToo) {
+    RefuseRenameTo(session, "Recipes Index.ind");
+    ASSERT_TRUE(session.Update(1, "Longer stock A", "{\\rtf1 A}"));
+    ASSERT_TRUE(folder.Exists("Data/Recipes Index Temp.ind"));
+    Recipes expected = before;
+    expected[0].Title = "Longer stock A";
+    EXPECT_EQ(ReadIn(session), expected);
+    EXPECT_FALSE(session.Update(5, "R", ""));
+    broken = false;
+    EXPECT_TRUE(session.Update(5, "R", "x"));
+    EXPECT_EQ(session.Store.GetRecipeTitle(2), "Stock B");
+    EXPECT_EQ(session.Store.GetRecipeTitle(5), "R");
+}
+
+TEST_F(UnsettledReads, AnIndexThatTookItsPlaceThoughItsNameFailedToReachTheDiskIsRead) {
+    session.Files.Watch([this](const NumberedFiles::Access& access) {
+        const bool index = access.Path.ends_with("Custom Recipes Index.ind");
+        if (broken && access.Kind == "flush" && index) throw Failure(failure::DeviceError, "disk");
+    });
+    ASSERT_TRUE(session.Update(3, "Conger", "{\\rtf1 Conger}"));
+    Recipes expected = before;
+    expected[2] = {"Conger", "{\\rtf1 Conger}"};
+    EXPECT_EQ(ReadIn(session), expected);
+    EXPECT_FALSE(folder.Exists("Data/Recipes Index Temp.ind")) << "a reader makes none";
+    broken = false;
+    EXPECT_TRUE(session.Add("New", "{}"));
+    EXPECT_EQ(session.Store.GetRecipeTitle(6), "New");
+}
+
+// A record that was written over in part
+
+TEST_F(UnsettledReads, ARecordThatIsWrittenInPartIsReadAsItWas) {
+    for (const std::int32_t number : {3, 4, 5}) {
+        SCOPED_TRACE(number);
+        const auto start =
+            static_cast<std::size_t>(own.Positions[static_cast<std::size_t>(number) - 3]);
+        for (const char* part : {"", "D", "Dab", "Dab\r", "Dab\r\nSt", "Dab\r\n\r\n"}) {
+            SCOPED_TRACE(part);
+            torn = false;
+            broken = true;
+            FailWriting(session, 21, start, part);
+            EXPECT_FALSE(session.Update(number, "Dab", "Stew"));
+            EXPECT_EQ(session.Messages.back(), "Error updating recipe\nDevice I/O error");
+            EXPECT_EQ(Own().substr(start - 1, std::string(part).size()), part);
+            EXPECT_EQ(ReadIn(session), before);
+            {
+                StoreSession next(folder.Native("Data"));
+                FailWriting(next, 21, start, part);
+                StartAsFarAsItGoes(next);
+                EXPECT_EQ(ReadIn(next), before);
+            }
+            broken = false;
+            session.Files.CloseAll();
+            EXPECT_EQ(ReadIn(session), before);
+            EXPECT_EQ(Own(), own.Text) << "taken back by the next reader who opens the files";
+            EXPECT_FALSE(HasTemporaries(BytesOf(folder.Native("Data"))));
+        }
+    }
+}
+
+TEST_F(UnsettledReads, ARecordInPartIsReadAsItWasUntilTheNextWriteTakesItBack) {
+    FailWriting(session, 21, 1, "Dab\r\nSt");
+    EXPECT_FALSE(session.Update(3, "Dab", "Stew"));
+    EXPECT_EQ(ReadIn(session), before);
+    broken = false;
+    EXPECT_TRUE(session.Update(3, "Dab", "Stew"));
+    EXPECT_EQ(session.Store.GetRecipeTitle(3), "Dab");
+    EXPECT_TRUE(session.Store.GetRecipeRTF(3).starts_with("Stew"));
+}
+
+// A new record that is there in part
+
+TEST_F(UnsettledReads, ANewRecipeThatIsThereInPartIsNoRecipeAndNoPartOfTheLastOne) {
+    const std::size_t end = own.Text.size() + 1;
+    for (const int failing : {21, 22}) {
+        SCOPED_TRACE(failing);
+        torn = false;
+        broken = true;
+        FailWriting(session, failing, end, "New\r\nHalf of");
+        EXPECT_FALSE(session.Add("New", "Half of what there is"));
+        EXPECT_EQ(session.Messages.back(), "Error adding recipe.\nDevice I/O error");
+        EXPECT_GT(Own().size(), own.Text.size());
+        EXPECT_EQ(ReadIn(session), before);
+        EXPECT_EQ(session.Store.GetRecipeTitle(6), "");
+        broken = false;
+        EXPECT_TRUE(session.Update(3, "Eel", "{\\rtf1 Eel}")) << "takes it back first";
+        EXPECT_EQ(Own(), own.Text);
+    }
+}
+
+TEST_F(UnsettledReads, ANewRecipeThatIsThereInPartIsNotCountedAtAStart) {
+    RecordChange change;
+    change.Adds = true;
+    change.TextLength = static_cast<std::int64_t>(own.Text.size());
+    change.IndexLength = 12;
+    change.Position = static_cast<std::int32_t>(own.Text.size()) + 1;
+    change.SetNew("New\r\nWhole\r\n");
+    folder.Write("Data/Recipes Temp.ydb", JournalOf(change));
+    folder.Write("Data/Custom Recipes.ydb", own.Text + "New\r\nWh");
+    folder.Write("Data/Custom Recipes Index.ind", own.Index() + IndexBytes({change.Position}));
+    StoreSession next(folder.Native("Data"));
+    next.Files.Watch([this](const NumberedFiles::Access& access) {
+        if (broken && access.Kind == "truncate") throw Failure(failure::DeviceError, "disk");
+    });
+    StartAsFarAsItGoes(next);
+    EXPECT_EQ(next.Store.TotalNumRecords, 5);
+    EXPECT_EQ(next.Store.TotalRecipes(), 5);
+    EXPECT_EQ(ReadIn(next), before);
+    EXPECT_EQ(next.Store.LookUpTitle(6).Is, TitleIs::Gone);
+    EXPECT_FALSE(next.Update(6, "New", "{}")) << "there is no such recipe";
+    broken = false;
+    EXPECT_TRUE(next.Add("Other", "{}"));
+    EXPECT_EQ(next.Store.TotalNumRecords, 6);
+    EXPECT_EQ(next.Store.GetRecipeTitle(6), "Other");
+    EXPECT_EQ(ReadIn(next).size(), 6U);
+}
+
+}  // namespace
+}  // namespace larder::test
