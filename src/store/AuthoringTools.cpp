@@ -15,13 +15,14 @@ namespace {
 
 using Piece = std::function<void(std::size_t start, std::size_t end)>;
 
-// Calls `piece` for each stretch of the text from a marker up to the next one or the end.
+// Calls `piece` for each stretch of the text from a marker up to the next one or the end. Behind
+// another one, a marker that ends the text begins nothing.
 void ForEachMarked(const std::string& text, char marker, const Piece& piece) {
     std::size_t start = text.find(marker);
     while (start != std::string::npos) {
         const std::size_t end = std::min(text.find(marker, start + 1), text.size());
         piece(start, end);
-        start = end < text.size() ? end : std::string::npos;
+        start = end + 1 < text.size() ? end : std::string::npos;
     }
 }
 

@@ -144,6 +144,13 @@ TEST_F(AuthoringToolsTest, AMarkerWithNothingBehindItGivesAnEmptyTitle) {
     EXPECT_EQ(store.GetRecipeTitle(1), "");
 }
 
+TEST_F(AuthoringToolsTest, AMarkerThatEndsTheDocumentBeginsNoFurtherRecipe) {
+    StoreRecipes("{\\rtf1 #1 Crab\\par Text\\par #}");
+    EXPECT_EQ(store.TotalNumRecords, 1);
+    StoreRecipes("{\\rtf1 #1 Crab\\par Text\\par #\\par}");
+    EXPECT_EQ(store.TotalNumRecords, 3) << "a line end belongs to it";
+}
+
 TEST_F(AuthoringToolsTest, AMissingDocumentIsAFailureThatNamesItAndCostsNothing) {
     tools.strRecipesSourceFile = folder.Paths.strPath + "nowhere.rtf";
     try {
@@ -207,7 +214,7 @@ TEST_F(AuthoringToolsTest, TheFilesOfTheDescriptionsAreLeftClosed) {
 }
 
 TEST_F(AuthoringToolsTest, ADescriptionThatIsCutShortIsStoredAsFarAsItGoes) {
-    StoreDescriptions("{\\rtf1 @ Salmon\\par Text\\par @}");
+    StoreDescriptions("{\\rtf1 @ Salmon\\par Text\\par @\\par}");
     store.OpenCategoryDescriptions();
     EXPECT_EQ(folder.Files.Length(filenumber::CatDIndex), 8);
     EXPECT_EQ(store.GetCatTitle(2), "");
