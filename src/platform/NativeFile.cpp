@@ -186,9 +186,10 @@ void FlushFolderOf(const std::string& native, const std::string& name) {
 
 void FlushTogether(const std::vector<std::function<void()>>& flushes) {
     if (flushes.empty()) return;
+    // Where there can be no further thread, they wait for one another.
     std::vector<std::future<void>> others;
     for (std::size_t i = 1; i < flushes.size(); ++i) {
-        others.push_back(std::async(std::launch::async, flushes[i]));
+        others.push_back(std::async(std::launch::async | std::launch::deferred, flushes[i]));
     }
     std::exception_ptr first;
     const auto keep = [&first](auto&& flush) {
