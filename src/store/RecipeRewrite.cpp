@@ -34,8 +34,13 @@ bool RecipeUpdater::UpdateRecipe_customOnly(std::int32_t RecipeNum, const std::s
     const auto addOneByOne = [this](const Place& place) {
         for (std::int32_t i = place.Entry + 1; i <= place.Last; ++i) {
             const std::int32_t number = store_.OriginalNumRecords + i;
-            writer_.AppendRecord(store_.GetRecipeTitle(number), store_.GetRecipeRTF(number),
-                                 RecipesTemp, RecipesIndexTemp);
+            const TitleLine title = store_.LookUpTitle(number);
+            const std::string rtf = store_.GetRecipeRTF(number);
+            // Stored as it came, a record that could not be read would be a deleted one.
+            if (title.Is != TitleIs::Gone && (title.Is != TitleIs::There || rtf.empty())) {
+                throw Failure(failure::DeviceError, place.Pair.TextPath);
+            }
+            writer_.AppendRecord(title.Text, rtf, RecipesTemp, RecipesIndexTemp);
         }
     };
     return Rewrite(RecipeNum, {strTitleTXT, strRTF}, 0, addOneByOne);

@@ -232,6 +232,15 @@ TEST_F(RecipeUpdaterTest, TheReferenceRoutineRewritesTheRecordsBehindOneByOne) {
     EXPECT_EQ(OwnIndex(), IndexBytes({1, 21, 40}));
 }
 
+TEST_F(RecipeUpdaterTest, TheReferenceRoutineStoresNothingForARecordThatItCannotRead) {
+    FailAt("read", 21, failure::DeviceError);
+    EXPECT_FALSE(session.Updater.UpdateRecipe_customOnly(3, "{\\rtf1 Dab}", "Dabs"));
+    EXPECT_EQ(session.Messages,
+              std::vector<std::string>{"Error updating recipe\nDevice I/O error"});
+    EXPECT_EQ(Own(), ownText);
+    EXPECT_EQ(OwnIndex(), IndexBytes(ownPositions));
+}
+
 TEST_F(RecipeUpdaterTest, TheReferenceRoutineKnowsCustomRecipesAlone) {
     const std::string stock = Stock();
     EXPECT_FALSE(session.Updater.UpdateRecipe_customOnly(1, "{\\rtf1 Dab}", "Dabs"));
