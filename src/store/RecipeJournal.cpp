@@ -25,9 +25,13 @@ void RecipeJournal::Close(const RecipePair& pair) {
     Ignoring([&] { files_.Close(pair.Index); });
 }
 
+// A text that is not there must not come into being: an empty one would have lost its recipes.
 void RecipeJournal::Open(const RecipePair& pair) {
     Close(pair);
-    NamingFile(pair.TextPath, [&] { files_.Open(pair.Text, pair.TextPath, FileMode::Binary); });
+    NamingFile(pair.TextPath, [&] {
+        if (!files_.Exists(pair.TextPath)) throw Failure(failure::FileNotFound, pair.TextPath);
+        files_.Open(pair.Text, pair.TextPath, FileMode::Binary);
+    });
     NamingFile(pair.IndexPath, [&] { files_.Open(pair.Index, pair.IndexPath, FileMode::Random); });
 }
 
@@ -137,12 +141,8 @@ bool RecipeJournal::SettleChange() {
     if (!change) return false;
     const RecipePair pair = PairOf(*change);
     if (!change->Custom) RequireStockOf(change->Disc);
-    if (!files_.Exists(pair.TextPath)) {
-        // A first record whose file has not come into being.
-        if (change->TextLength == 0) return false;
-        throw Failure(failure::FileNotFound, pair.TextPath,
-                      pair.TextPath + "\n" + FailureText(failure::FileNotFound));
-    }
+    // Of a first record the file may not have come into being.
+    if (change->TextLength == 0 && !files_.Exists(pair.TextPath)) return false;
     Open(pair);
     bool takeBack = false;
     NamingFile(pair.TextPath, [&] {

@@ -69,6 +69,8 @@ RecipeUpdater::Outcome RecipeUpdater::WriteInPlace(std::int32_t RecipeNum, const
             writer_.Settle();
             if (!InRange(RecipeNum)) return Outcome::Failed;  // was the half of a new one
             Close(pair);
+            // Opened, a text that has vanished would be there again, without its recipes.
+            if (!files_.Exists(pair.TextPath)) throw Failure(failure::FileNotFound, pair.TextPath);
             files_.Open(pair.Text, pair.TextPath, FileMode::Binary);
             files_.Open(pair.Index, pair.IndexPath, FileMode::Random);
             const bool fitted = OverwriteRecord(PlaceOf(RecipeNum), record);

@@ -283,6 +283,19 @@ TEST_F(RecipeUpdaterTest, ARecordThatCannotBeReachedIsToldByItsNumber) {
     EXPECT_EQ(Own(), ownText);
 }
 
+TEST_F(RecipeUpdaterTest, ATextThatHasVanishedIsNotMadeAnew) {
+    session.Files.CloseAll();
+    folder.Delete("Data/Custom Recipes.ydb");
+    EXPECT_FALSE(session.Update(4, "Ox", "{\\rtf1}"));
+    EXPECT_FALSE(session.Update(4, "Oxtail", "{\\rtf1 Soup}"));
+    EXPECT_FALSE(session.Updater.UpdateRecipe_TheLongWay(4, "{\\rtf1 Soup}", "Oxtail"));
+    EXPECT_EQ(session.Messages,
+              std::vector<std::string>(3, "Error updating recipe\nFile not found"));
+    EXPECT_FALSE(folder.Exists("Data/Custom Recipes.ydb"));
+    WriteFiles();
+    EXPECT_TRUE(session.Update(4, "Ox", "{\\rtf1}"));
+}
+
 TEST_F(RecipeUpdaterTest, TheTemporaryFilesOfAFailedLongUpdateStayAndTheNextOneRemovesThem) {
     FailAt("rename", 0, failure::DiskFull);
     EXPECT_FALSE(session.Update(4, "Oxtail", "{\\rtf1 Soup}"));

@@ -198,6 +198,22 @@ TEST_F(UnsettledReads, ARecordInPartIsReadAsItWasUntilTheNextWriteTakesItBack) {
     EXPECT_TRUE(session.Store.GetRecipeRTF(3).starts_with("Stew"));
 }
 
+TEST_F(UnsettledReads, ATextThatHasVanishedIsNotMadeAnewByAReader) {
+    FailWriting(session, 21, 1, "Dab\r\nSt");
+    EXPECT_FALSE(session.Update(3, "Dab", "Stew"));
+    broken = false;
+    session.Files.CloseAll();
+    const std::string left = Own();
+    folder.Delete("Data/Custom Recipes.ydb");
+    EXPECT_EQ(session.Store.LookUpTitle(3).Is, TitleIs::Unreadable);
+    EXPECT_FALSE(folder.Exists("Data/Custom Recipes.ydb"));
+    EXPECT_EQ(session.Disc.Asked.size(), 1U);
+    session.Disc.Asked.clear();
+    folder.Write("Data/Custom Recipes.ydb", left);
+    EXPECT_EQ(ReadIn(session), before);
+    EXPECT_EQ(Own(), own.Text);
+}
+
 // A new record that is there in part
 
 TEST_F(UnsettledReads, ANewRecipeThatIsThereInPartIsNoRecipeAndNoPartOfTheLastOne) {
