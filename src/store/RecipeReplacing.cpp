@@ -16,6 +16,48 @@ constexpr std::string_view customMark = "C";
 constexpr std::string_view stockMark = "S";
 constexpr std::string_view discMark = "D";  // the stock's too, whose text lies on a disc
 
+std::string MarkOfTemporaryIndex(NumberedFiles& files, const DataPaths& paths) {
+    files.Close(RecipesIndexTemp);
+    files.Open(RecipesIndexTemp, paths.strRecipesIndexTempFile, FileMode::Binary);
+    const std::int64_t length = files.Length(RecipesIndexTemp);
+    files.Seek(RecipesIndexTemp, length - length % 4 + 1);
+    std::string mark = files.ReadChars(RecipesIndexTemp, length % 4);
+    files.Close(RecipesIndexTemp);
+    return mark;
+}
+
+std::int64_t RecordsIn(NumberedFiles& files, int indexNumber, const std::string& path) {
+    files.Close(indexNumber);
+    files.Open(indexNumber, path, FileMode::Random);
+    const std::int64_t records = files.Length(indexNumber) / 4;
+    files.Close(indexNumber);
+    return records;
+}
+
+// Whose a temporary index is that could not be read as a whole: by its mark, else by the number of
+// its records. Nothing where neither tells, and for the stock that is not in use.
+std::optional<RecipePair> LikelyOwner(NumberedFiles& files, const DataPaths& paths,
+                                      std::string_view markOfStock) {
+    const RecipePair custom = CustomPair(paths);
+    const RecipePair stock = StockPair(paths);
+    bool isCustom = false;
+    bool isStock = false;
+    const int failed = Ignoring([&] {
+        const std::string mark = MarkOfTemporaryIndex(files, paths);
+        isCustom = mark == customMark;
+        isStock = mark == markOfStock;
+    });
+    if (failed != 0) {
+        Ignoring([&] {
+            const auto records = RecordsIn(files, RecipesIndexTemp, paths.strRecipesIndexTempFile);
+            isCustom = records == RecordsIn(files, custom.Index, custom.IndexPath);
+            isStock = records == RecordsIn(files, stock.Index, stock.IndexPath);
+        });
+    }
+    if (isCustom == isStock) return std::nullopt;
+    return isCustom ? custom : stock;
+}
+
 }  // namespace
 
 void RecipeJournal::PutInPlace(const RecipePair& pair) {
@@ -66,7 +108,14 @@ void RecipeJournal::FinishPair() {
     textRenamed_ = true;
     const std::string& index = paths_.strRecipesIndexTempFile;
     std::optional<RecipePair> owner;
-    NamingFile(index, [&] { owner = OwnerOfTemporaryIndex(); });
+    try {
+        NamingFile(index, [&] { owner = OwnerOfTemporaryIndex(); });
+    } catch (const Failure&) {
+        // Readers do without the records of a text rather than read it by the old index.
+        const std::string_view ofStock = StockIsOnDisc() ? discMark : stockMark;
+        if (!renamed_) renamed_ = LikelyOwner(files_, paths_, ofStock);
+        throw;
+    }
     renamed_ = owner;
     if (owner) {
         Close(*owner);
@@ -93,12 +142,7 @@ std::optional<RecipePair> RecipeJournal::OwnerByMark(const std::string& mark) co
 std::optional<RecipePair> RecipeJournal::OwnerOfTemporaryIndex() {
     const RecipePair custom = CustomPair(paths_);
     const RecipePair stock = StockPair(paths_);
-    files_.Open(RecipesIndexTemp, paths_.strRecipesIndexTempFile, FileMode::Binary);
-    const std::int64_t length = files_.Length(RecipesIndexTemp);
-    files_.Seek(RecipesIndexTemp, length - length % 4 + 1);
-    const std::string mark = files_.ReadChars(RecipesIndexTemp, length % 4);
-    files_.Close(RecipesIndexTemp);
-    const std::optional<RecipePair> marked = OwnerByMark(mark);
+    const std::optional<RecipePair> marked = OwnerByMark(MarkOfTemporaryIndex(files_, paths_));
     files_.Open(RecipesIndexTemp, paths_.strRecipesIndexTempFile, FileMode::Random);
     const std::vector<std::int32_t> entries = EntriesOf(RecipesIndexTemp);
     files_.Close(RecipesIndexTemp);

@@ -128,6 +128,35 @@ TEST_F(UnsettledReads, ARewrittenTextIsReadByItsOwnIndexAfterAStartToo) {
     EXPECT_EQ(ReadIn(next), expected);
 }
 
+TEST_F(UnsettledReads, ARewrittenTextIsNotReadByTheOldIndexWhenItsOwnCannotBeRead) {
+    RefuseRenameTo(session, "Custom Recipes Index.ind");
+    ASSERT_TRUE(session.Update(3, "Conger", "{\\rtf1 Conger}"));
+    for (const std::uint64_t readable : {0, 1}) {  // bytes at once: nothing, or the mark alone
+        SCOPED_TRACE(readable);
+        StoreSession next(folder.Native("Data"));
+        next.Files.Watch([=, this](const NumberedFiles::Access& access) {
+            const bool index = access.Path.ends_with("Recipes Index Temp.ind");
+            if (broken && index && access.Kind == "read" && access.Bytes > readable) {
+                throw Failure(failure::PathAccess, "disk");
+            }
+        });
+        StartAsFarAsItGoes(next);
+        EXPECT_EQ(next.Store.TotalNumRecords, 5);
+        EXPECT_EQ(next.Store.TotalRecipes(), 5);
+        for (const std::int32_t number : {3, 4, 5}) {
+            EXPECT_EQ(next.Store.LookUpTitle(number).Is, TitleIs::Unreadable);
+            EXPECT_EQ(next.Store.GetRecipeRTF(number), "");
+        }
+        EXPECT_EQ(next.Store.GetRecipeTitle(2), "Stock B");
+        EXPECT_FALSE(next.Update(4, "", ""));
+    }
+    broken = false;
+    StoreSession last(folder.Native("Data"));
+    last.Start();
+    EXPECT_EQ(last.Store.GetRecipeTitle(3), "Conger");
+    EXPECT_EQ(last.Store.GetRecipeTitle(4), "Cod");
+}
+
 TEST_F(UnsettledReads, ARewrittenStockIsReadByItsOwnIndexToo) {
     RefuseRenameTo(session, "Recipes Index.ind");
     ASSERT_TRUE(session.Update(1, "Longer stock A", "{\\rtf1 A}"));
