@@ -1,13 +1,17 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <string>
+#include <system_error>
+#include <thread>
 #include <vector>
 
 #include "platform/Failure.h"
 #include "platform/NumberedFiles.h"
 #include "platform/Paths.h"
+#include "support/Killer.h"
 #include "support/TempFolder.h"
 #include "support/Unprivileged.h"
 
@@ -71,6 +75,18 @@ TEST_F(NumberedFilesWritingTest, SeveralFilesAndTheirFolderAreFlushedTogether) {
     EXPECT_EQ(log_, (std::vector<std::string>{"flush 1", "flush 2", "flush 0"}));
     EXPECT_EQ(Ignoring([&] { files.FlushAll({1, 3}); }), failure::BadFileNumber);
     EXPECT_EQ(Ignoring([&] { files.FlushAll({}, At("no\\such.txt")); }), failure::PathNotFound);
+}
+
+TEST_F(NumberedFilesWritingTest, WithoutAFurtherThreadFilesAreFlushedOneAfterTheOther) {
+    files.Open(1, At("a.txt"), FileMode::Output);
+    files.Open(2, At("b.txt"), FileMode::Output);
+    EXPECT_FALSE(test::KilledInAProcess([&] {
+        if (geteuid() == 0 && setuid(65534) != 0) FAIL();  // no limit holds the superuser
+        const rlimit none{0, 0};
+        ASSERT_EQ(setrlimit(RLIMIT_NPROC, &none), 0);
+        EXPECT_THROW(std::thread([] {}).join(), std::system_error) << "the limit holds";
+        EXPECT_NO_THROW(files.FlushAll({1, 2}));
+    }));
 }
 
 TEST_F(NumberedFilesWritingTest, AFileExistsOrNotWithoutNotice) {
