@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "platform/PictureButton.h"
+
 namespace larder {
 
 namespace {
@@ -162,6 +164,8 @@ void MainControls::DressButtons() {
     imgSortByName.SetPicture(ImageList1.Item("ByName"));
     imgSortByNum.SetPicture(ImageList1.Item("ByNum"));
     imgAddToFavorites.SetPicture(Picture::FromArt("buttons/star"));
+    for (Image* image : {&imgSortByName, &imgSortByNum, &imgAddToFavorites})
+        MakeButton(*image);
 }
 
 void MainControls::DressLabels() {

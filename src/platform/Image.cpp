@@ -1,28 +1,54 @@
 #include "platform/Image.h"
 
 #include <QAccessible>
+#include <QAccessibleWidget>
+#include <QFocusEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QWidget>
 
 #include "platform/Handlers.h"
+#include "platform/Keys.h"
 #include "platform/Native.h"
 #include "platform/Painting.h"
+#include "platform/PictureButton.h"
 
 namespace larder {
 
 class Image::Widget : public QWidget {
   public:
+    class Accessible;
+
     Widget(QWidget* parent, Image& image) : QWidget(parent), image_(image) {
-        SetAccessibleRole(*this, QAccessible::Graphic);
         setMouseTracking(true);
+    }
+
+    bool IsButton() const { return focusPolicy() != Qt::NoFocus; }
+
+    void Press(int shift) {
+        held_ = true;
+        Fire(image_.OnMouseDown, mouse::LeftButton, shift, CentreX(), CentreY());
+    }
+    void EndPress() {
+        if (!held_) return;
+        held_ = false;
+        Fire(image_.OnMouseUp, mouse::LeftButton, 0, CentreX(), CentreY());
+    }
+    void Release() {
+        if (!held_) return;
+        const QPointer<Widget> alive(this);
+        EndPress();
+        if (!alive.isNull()) Fire(image_.OnClick);
     }
 
   protected:
     void paintEvent(QPaintEvent* event) override {
         QPainter painter(this);
         PaintPart(painter, image_.picture_, rect(), event->rect());
+        if (hasFocus()) PaintFocusRing(painter, rect());
     }
 
     void mousePressEvent(QMouseEvent* event) override {
@@ -39,12 +65,73 @@ class Image::Widget : public QWidget {
         if (clicks) Fire(image_.OnClick);
     }
 
+    void keyPressEvent(QKeyEvent* event) override {
+        if (!IsButton() || event->key() != Qt::Key_Space) return QWidget::keyPressEvent(event);
+        if (!event->isAutoRepeat() && !held_) Press(ShiftOf(*event));
+    }
+    void keyReleaseEvent(QKeyEvent* event) override {
+        if (!IsButton() || event->key() != Qt::Key_Space) return QWidget::keyReleaseEvent(event);
+        if (!event->isAutoRepeat()) Release();
+    }
+    void focusOutEvent(QFocusEvent*) override {
+        EndPress();
+        update();
+    }
+    void hideEvent(QHideEvent*) override { EndPress(); }
+
   private:
+    float CentreX() const { return image_.Width() / 2; }
+    float CentreY() const { return image_.Height() / 2; }
+
     Image& image_;
+    bool held_ = false;  // by Space
+};
+
+// What a screen reader sees of a picture: a graphic, or a button to be pressed.
+class Image::Widget::Accessible : public QAccessibleWidget {
+  public:
+    explicit Accessible(Widget& widget)
+        : QAccessibleWidget(&widget, QAccessible::Graphic), widget_(widget) {}
+
+    static QAccessibleInterface* Make(const QString&, QObject* object) {
+        auto* image = dynamic_cast<Widget*>(object);
+        return image == nullptr ? nullptr : new Accessible(*image);
+    }
+
+    QAccessible::Role role() const override {
+        return widget_.IsButton() ? QAccessible::PushButton : QAccessible::Graphic;
+    }
+
+    QStringList actionNames() const override {
+        const QStringList names = QAccessibleWidget::actionNames();
+        return widget_.IsButton() ? QStringList{pressAction()} + names : names;
+    }
+
+    void doAction(const QString& name) override {
+        if (name != pressAction()) return QAccessibleWidget::doAction(name);
+        if (!widget_.IsButton()) return;
+        const QPointer<Widget> alive(&widget_);
+        widget_.Press(0);
+        if (!alive.isNull()) widget_.Release();
+    }
+
+    QStringList keyBindingsForAction(const QString& name) const override {
+        if (name == pressAction() && widget_.IsButton()) return {QStringLiteral("Space")};
+        return QAccessibleWidget::keyBindingsForAction(name);
+    }
+
+  private:
+    Widget& widget_;
 };
 
 Image::Image(Container& container, const std::string& name, int index)
-    : Control(container, name, index, new Widget(ParentFor(container), *this)) {}
+    : Control(container, name, index, new Widget(ParentFor(container), *this)) {
+    static const bool installed = [] {
+        QAccessible::installFactory(&Widget::Accessible::Make);
+        return true;
+    }();
+    Q_UNUSED(installed);
+}
 
 Image::Widget* Image::Mine() const {
     return static_cast<Widget*>(Native());
@@ -66,6 +153,11 @@ void Image::TakePictureSize() {
     if (stretch_ || picture_.IsEmpty()) return;
     Move({Left(), Top(), static_cast<float>(picture_.PixelWidth()) * TwipsPerPixel,
           static_cast<float>(picture_.PixelHeight()) * TwipsPerPixel});
+}
+
+void MakeButton(Image& image) {
+    image.Native()->setFocusPolicy(Qt::TabFocus);
+    image.SetMousePointer(99);
 }
 
 }  // namespace larder

@@ -11,7 +11,6 @@
 #include <QPointer>
 #include <QShortcut>
 #include <QWidget>
-#include <algorithm>
 #include <utility>
 
 #include "platform/Fonts.h"
@@ -140,8 +139,6 @@ class ImageButton::Widget : public QWidget {
         Fire(button_.OnMouseUp, held, 0, CentreX(), CentreY());
     }
 
-    void PaintRing(QPainter& painter) const;
-
     ImageButton& button_;
     QShortcut accessKey_{this};
     Qt::MouseButton heldBy_ = Qt::NoButton;
@@ -204,18 +201,7 @@ void ImageButton::Widget::paintEvent(QPaintEvent*) {
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap | Qt::TextShowMnemonic,
                          NativeText(design.Caption));
     }
-    if (ring_ && hasFocus()) PaintRing(painter);
-}
-
-// Brass on a line of navy, within the edge that the art may draw: seen on paper and on dark wood.
-void ImageButton::Widget::PaintRing(QPainter& painter) const {
-    const qreal inset = std::clamp(std::min(width(), height()) / 8.0, 2.0, 6.0);
-    const QRectF ring = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(NativeColor(house::Navy), 4));
-    painter.drawRoundedRect(ring, 4, 4);
-    painter.setPen(QPen(NativeColor(house::Brass), 2));
-    painter.drawRoundedRect(ring, 4, 4);
+    if (ring_ && hasFocus()) PaintFocusRing(painter, rect());
 }
 
 // What a screen reader sees of a button: its name, whether it is latched or dimmed, and a press.

@@ -27,6 +27,10 @@ void PaintPart(QPainter& painter, const Picture& picture, const QRect& place, co
 void PaintSilhouette(QPainter& painter, const Picture& picture, const QRect& place,
                      const QColor& color);
 
+// Tells that a control of this place has the focus: brass on a line of navy, within the edge that
+// the art may draw, seen on paper and on dark wood.
+void PaintFocusRing(QPainter& painter, const QRect& place);
+
 // The picture with the colour of its first pixel taken away, for a photograph without a
 // transparent ground of its own; any other picture as it is.
 Picture WithoutGround(const Picture& picture);

@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QImageReader>
 #include <QPainter>
+#include <QPen>
 #include <QPixmap>
 #include <QSize>
 #include <algorithm>
@@ -15,6 +16,7 @@
 #include <map>
 
 #include "platform/Failure.h"
+#include "platform/Native.h"
 #include "platform/Painting.h"
 #include "platform/PictureContent.h"
 
@@ -189,6 +191,16 @@ void PaintPart(QPainter& painter, const Picture& picture, const QRect& place, co
     painter.drawPixmap(
         QRectF(seen & place), pixmap,
         {part.x() * across, part.y() * down, part.width() * across, part.height() * down});
+}
+
+void PaintFocusRing(QPainter& painter, const QRect& place) {
+    const qreal inset = std::clamp(std::min(place.width(), place.height()) / 8.0, 2.0, 6.0);
+    const QRectF ring = QRectF(place).adjusted(inset, inset, -inset, -inset);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(NativeColor(house::Navy), 4));
+    painter.drawRoundedRect(ring, 4, 4);
+    painter.setPen(QPen(NativeColor(house::Brass), 2));
+    painter.drawRoundedRect(ring, 4, 4);
 }
 
 Picture WithoutGround(const Picture& picture) {

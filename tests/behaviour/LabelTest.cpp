@@ -1,8 +1,11 @@
 #include "platform/Label.h"
 
 #include "ShownWindow.h"
+#include "platform/CheckBox.h"
+#include "platform/Failure.h"
 #include "platform/Image.h"
 #include "platform/Keys.h"
+#include "platform/PictureButton.h"
 
 namespace larder {
 namespace {
@@ -180,6 +183,99 @@ TEST_F(AnImage, TellsMovesWithTheButtonsHeld) {
         QApplication::sendEvent(image_.Native(), &move);
     }
     EXPECT_EQ(buttons, (std::vector<int>{0, mouse::LeftButton}));
+}
+
+// A picture that is a button, behind a control that has the focus.
+class APictureButton : public AnImage {
+  protected:
+    void SetUp() override {
+        other_.Move({0, 1500, 1500, 300});
+        image_.Move({0, 0, 1500, 600});
+        image_.SetPicture(Picture::FromArt("buttons/star"));
+        image_.OnMouseDown = [this](int button, int, float x, float) {
+            told_ += "D" + std::to_string(button) + "@" + std::to_string(static_cast<int>(x));
+        };
+        image_.OnMouseUp = [this](int button, int, float, float) {
+            told_ += "U" + std::to_string(button);
+        };
+        image_.OnClick = [this] { told_ += "C"; };
+        MakeButton(image_);
+        Show();
+        other_.SetFocus();
+    }
+    void SendSpace(QEvent::Type type, bool repeat) {
+        QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, QString(), repeat);
+        QApplication::sendEvent(image_.Native(), &event);
+    }
+
+    CheckBox other_{window, "other"};
+    std::string told_;
+};
+
+TEST_F(APictureButton, IsReachedByTabAndShowsARing) {
+    const QImage plain = Look(image_);
+    QTest::keyClick(other_.Native(), Qt::Key_Tab);
+    ASSERT_TRUE(image_.HasFocus());
+    EXPECT_NE(Look(image_), plain);
+    other_.SetFocus();
+    EXPECT_EQ(Look(image_), plain);
+}
+
+TEST_F(APictureButton, LeavesTheFocusWhereItIsAtAClick) {
+    QTest::mouseClick(image_.Native(), Qt::LeftButton, {}, QPoint(5, 5));
+    EXPECT_EQ(told_, "D1@75U1C");
+    EXPECT_TRUE(other_.HasFocus());
+}
+
+TEST_F(APictureButton, IsPressedBySpaceAsByTheMouse) {
+    image_.SetFocus();
+    SendSpace(QEvent::KeyPress, false);
+    EXPECT_EQ(told_, "D1@750");
+    for (int i = 0; i < 3; ++i) {
+        SendSpace(QEvent::KeyRelease, true);
+        SendSpace(QEvent::KeyPress, true);
+    }
+    SendSpace(QEvent::KeyRelease, false);
+    EXPECT_EQ(told_, "D1@750U1C") << "once, however long it is held";
+}
+
+TEST_F(APictureButton, IsLetGoWithoutAClickWhenTheFocusGoesOrItIsHidden) {
+    image_.SetFocus();
+    SendSpace(QEvent::KeyPress, false);
+    other_.SetFocus();
+    SendSpace(QEvent::KeyRelease, false);
+    EXPECT_EQ(told_, "D1@750U1");
+    image_.SetFocus();
+    SendSpace(QEvent::KeyPress, false);
+    image_.SetVisible(false);
+    EXPECT_EQ(told_, "D1@750U1D1@750U1");
+}
+
+TEST_F(APictureButton, OtherKeysAreNotForIt) {
+    image_.SetFocus();
+    for (const Qt::Key key : {Qt::Key_A, Qt::Key_Return, Qt::Key_Down})
+        QTest::keyClick(image_.Native(), key);
+    EXPECT_EQ(told_, "");
+}
+
+TEST_F(APictureButton, IsAButtonToAssistiveTechnologyAndCanBePressed) {
+    QAccessibleInterface* accessible = Accessible(image_);
+    EXPECT_EQ(accessible->role(), QAccessible::PushButton);
+    const QString press = QAccessibleActionInterface::pressAction();
+    EXPECT_TRUE(accessible->actionInterface()->actionNames().contains(press));
+    accessible->actionInterface()->doAction(press);
+    EXPECT_EQ(told_, "D1@750U1C");
+}
+
+TEST_F(AnImage, ThatIsNoButtonTakesNeitherFocusNorPress) {
+    bool clicked = false;
+    image_.Move({0, 0, 1500, 1500});
+    image_.OnClick = [&] { clicked = true; };
+    Show();
+    EXPECT_NE(Ignoring([&] { image_.SetFocus(); }), 0);
+    QTest::keyClick(image_.Native(), Qt::Key_Space);
+    Accessible(image_)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_FALSE(clicked);
 }
 
 }  // namespace

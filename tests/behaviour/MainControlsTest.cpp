@@ -1,9 +1,14 @@
 #include "app/MainControls.h"
 
+#include <QAbstractScrollArea>
 #include <QAccessible>
+#include <QIcon>
 #include <QTest>
 #include <QWidget>
 #include <map>
+#include <set>
+#include <string>
+#include <vector>
 
 #include "app/frmMain.h"
 #include "behaviour/support/MainWindowFixture.h"
@@ -83,6 +88,33 @@ TEST_F(MainControlsTest, TheViewButtonsHaveADisabledLook) {
     }
 }
 
+TEST_F(MainControlsTest, EveryButtonIsReachedByTab) {
+    ASSERT_TRUE(Start());
+    Focus(1);
+    std::set<std::string> reached;
+    while (reached.insert(FocusedName()).second)
+        Key(Qt::Key_Tab);
+    for (const char* picture : {"imgSortByName", "imgSortByNum", "imgAddToFavorites"}) {
+        EXPECT_EQ(reached.count(picture), 1U) << picture;
+    }
+    for (const ImageButton* button : Buttons()) {
+        EXPECT_EQ(reached.count(button->Name()), 1U) << button->Name();
+    }
+}
+
+TEST_F(MainControlsTest, SpaceOnASortPictureSortsTheLines) {
+    const int eel = Book.AddStock("Eel");
+    const int bass = Book.AddStock("Bass");
+    Book.Numbers("MY FAVORITES") = " 2 1 3 ";
+    ASSERT_TRUE(Start());
+    Ui().imgSortByName.SetFocus();
+    Key(Qt::Key_Space);
+    EXPECT_EQ(ShownNumbers(), (std::vector<int>{bass, 1, eel}));
+    Ui().imgSortByNum.SetFocus();
+    Key(Qt::Key_Space);
+    EXPECT_EQ(ShownNumbers(), (std::vector<int>{1, eel, bass}));
+}
+
 TEST_F(MainControlsTest, TheListsAndTheTextHaveAccessibleNames) {
     ASSERT_TRUE(Start());
     for (Control* control : {static_cast<Control*>(&Ui().lvwX1), static_cast<Control*>(&Ui().lvwX2),
@@ -140,6 +172,18 @@ TEST_F(MainControlsTest, TheControlsOfAnArrayAreReachedByTheirIndex) {
         EXPECT_EQ(Ui().imgGarlic(index).Index(), index);
         EXPECT_EQ(Ui().lblScroll(index).Index(), index);
     }
+}
+
+TEST_F(MainControlsTest, TheArtShowsThroughTheTextOfARecipe) {
+    ASSERT_TRUE(Start());
+    Main().viewer.ShowRecipe(1);
+    const auto& box = static_cast<const QAbstractScrollArea&>(*Ui().rtbSee.Native());
+    EXPECT_FALSE(box.viewport()->autoFillBackground());
+}
+
+TEST_F(MainControlsTest, TheWindowGetsItsIconOnceItIsSeen) {
+    ASSERT_TRUE(Start());
+    EXPECT_TRUE(WaitUntil([&] { return !Ui().window.Native()->windowIcon().isNull(); }));
 }
 
 TEST_F(MainControlsTest, TheWorkBoxIsNeverOnTheScreen) {
