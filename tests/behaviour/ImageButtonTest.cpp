@@ -115,6 +115,9 @@ TEST_F(AButton, WithNoDisabledPictureLooksNormalWhenDisabled) {
     button_.SetButtonState(ImageButton::Disabled);
     EXPECT_EQ(Colour(), Green);
     EXPECT_EQ(button_.CurrentLook(), ImageButton::Look::Normal);
+    QTest::mousePress(Native(), Qt::LeftButton, {}, Inside());
+    EXPECT_EQ(Colour(), Green) << "held, too";
+    QTest::mouseRelease(Native(), Qt::LeftButton, {}, Inside());
 }
 
 TEST_F(AButton, ADisabledLookDoesNotStopEvents) {
@@ -294,6 +297,16 @@ TEST_F(AButton, TheFocusThatGoesAwayEndsAPressOfSpaceWithoutAClick) {
     button_.SetFocus();
     QTest::keyPress(Native(), Qt::Key_Space);
     other_.SetFocus();
+    EXPECT_EQ(events_, "Down1 Up1 ");
+}
+
+TEST_F(AButton, EscapeEndsAPressOfSpaceWithoutAClick) {
+    Show();
+    button_.SetFocus();
+    QTest::keyPress(Native(), Qt::Key_Space);
+    QTest::keyClick(Native(), Qt::Key_Escape);
+    EXPECT_EQ(events_, "Down1 Up1 ");
+    QTest::keyRelease(Native(), Qt::Key_Space);
     EXPECT_EQ(events_, "Down1 Up1 ");
 }
 

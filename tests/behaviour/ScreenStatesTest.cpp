@@ -324,6 +324,15 @@ TEST_F(ScreenStatesTest, OnlyWhatWasVisibleComesBack) {
     EXPECT_EQ(VisibleNames(), withText);
 }
 
+TEST_F(ScreenStatesTest, TheFocusComesBackWithWhatWasVisible) {
+    ASSERT_TRUE(Start());
+    Focus(2);
+    Main().screen.HideAll(true);
+    EXPECT_EQ(FocusedName(), "");
+    Main().screen.HideAll(false);
+    EXPECT_EQ(FocusedName(), "lvwX_2");
+}
+
 TEST_F(ScreenStatesTest, HidingTwiceRemembersWhatWasVisibleFirst) {
     ASSERT_TRUE(Start());
     const std::set<std::string> before = VisibleNames();

@@ -284,6 +284,16 @@ TEST_F(StartUpTest, ADiscThatComesBackAtAnotherPlaceIsFoundAgain) {
     EXPECT_EQ(Boxes.Shown.size(), 2U);
 }
 
+TEST_F(StartUpTest, TheLetterOfADriveThatIsEmptyNowLeadsNowhere) {
+    Insert('E', MakeDisc("disc", "face"));
+    ASSERT_TRUE(Start("/CD"));
+    ASSERT_TRUE(Main().objFSO.FileExists(Main().paths.strRecipesFile));
+    Machine.Now.back().MountPoint = "";  // what was mounted there is a folder like any other
+    Boxes.Then(Dialogs::Answer::Ok);
+    EXPECT_TRUE(Main().AskOkCancel("The disc?"));
+    EXPECT_FALSE(Main().objFSO.FileExists(Main().paths.strRecipesFile));
+}
+
 TEST_F(StartUpTest, ADataFolderThatMustNotBeWrittenIsFatalWithItsReasonWhenAnIndexIsToBeMade) {
     Book.WriteTo(Folder);
     fs::permissions(Folder.Native("Data"),
