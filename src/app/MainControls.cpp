@@ -90,7 +90,7 @@ void MainControls::PlaceControls() {
         {chkFocusCatcher, Pixels(0, 0, 1, 1), "", "", true},
         {lblCategory, Pixels(26, 64, 384, 30), "Category", "", true},
         {lblFound, Pixels(414, 68, 126, 24), "Recipes found", "", true},
-        {lblTotal, Pixels(478, 15, 62, 22), "Recipes in the database", "", true},
+        {lblTotal, Pixels(458, 16, 66, 22), "Recipes in the database", "", true},
         {lblRecipeNum, Pixels(572, 14, 70, 34), "Recipe number", "", true},
         {chkJustWithPictures, Pixels(322, 42, 18, 18), "Only recipes with pictures", "", false},
         {lblJustWithPics, Pixels(344, 42, 198, 18), "", "Show only recipes with pictures.", false},
