@@ -20,7 +20,7 @@ constexpr std::int32_t Ink = 0x20232B;        // #2B2320
 struct Placed {
     Control& control;
     Rectangle place;
-    const char* accessibleName;  // what a screen reader says; empty for ornaments
+    const char* accessibleName;  // empty for ornaments, and for labels, which are read themselves
     const char* toolTip;
     bool visible;
 };
@@ -88,10 +88,10 @@ void MainControls::PlaceControls() {
         {imgWaterMark2, Pixels(260, 112, 270, 512), "", "", true},
         {imgWaterMark3, Pixels(578, 68, 408, 546), "", "", true},
         {chkFocusCatcher, Pixels(0, 0, 1, 1), "", "", true},
-        {lblCategory, Pixels(26, 64, 384, 30), "Category", "", true},
-        {lblFound, Pixels(414, 68, 126, 24), "Recipes found", "", true},
-        {lblTotal, Pixels(458, 16, 66, 22), "Recipes in the database", "", true},
-        {lblRecipeNum, Pixels(572, 14, 70, 34), "Recipe number", "", true},
+        {lblCategory, Pixels(26, 64, 384, 30), "", "", true},
+        {lblFound, Pixels(414, 68, 126, 24), "", "", true},
+        {lblTotal, Pixels(458, 16, 66, 22), "", "", true},
+        {lblRecipeNum, Pixels(572, 14, 70, 34), "", "", true},
         {chkJustWithPictures, Pixels(322, 42, 18, 18), "Only recipes with pictures", "", false},
         {lblJustWithPics, Pixels(344, 42, 198, 18), "", "Show only recipes with pictures.", false},
         {lvwX1, Pixels(20, 118, 202, 500), "Categories", "", true},
@@ -110,7 +110,7 @@ void MainControls::PlaceControls() {
         {rtbT, Pixels(0, 0, 100, 100), "", "", false},
         {ibELeft, Pixels(706, 62, 40, 32), "Previous", "Previous ", false},
         {ibERight, Pixels(816, 62, 40, 32), "Next of the family", "Next", false},
-        {lblFamily, Pixels(748, 66, 66, 24), "Place in the family", "", false},
+        {lblFamily, Pixels(748, 66, 66, 24), "", "", false},
         {lblScroll1, Pixels(228, 134, 16, 468), "", "", false},
         {lblScroll2, Pixels(534, 134, 16, 468), "", "", false},
         {lblScroll3, Pixels(988, 92, 16, 502), "", "", false},

@@ -23,6 +23,7 @@ void RecipeViewer::SetCurrentRecipe(std::int32_t vNewValue) {
     lngCurrentRecipe = vNewValue;
     if (vNewValue < 1) {
         main.ui.lblRecipeNum.SetCaption("");
+        main.ui.lblRecipeNum.SetToolTipText("");
         main.screen.DimRecipeButton();
         main.screen.DimPhotoButton();
         booRecipeHasPicture = false;

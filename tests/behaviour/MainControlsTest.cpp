@@ -126,6 +126,24 @@ TEST_F(MainControlsTest, TheListsAndTheTextHaveAccessibleNames) {
     }
 }
 
+TEST_F(MainControlsTest, AScreenReaderReadsTheTextOfALabel) {
+    Book.Numbers("WHALES") = " ";
+    ASSERT_TRUE(Start());
+    const auto read = [](const Label& label) {
+        return QAccessible::queryAccessibleInterface(label.Native())
+            ->text(QAccessible::Name)
+            .toStdString();
+    };
+    EXPECT_EQ(read(Ui().lblCategory), "MY FAVORITES");
+    EXPECT_EQ(read(Ui().lblFound), "1 recipe found ");
+    EXPECT_EQ(read(Ui().lblTotal), "1");
+    EXPECT_EQ(read(Ui().lblRecipeNum), "# 1");
+    ClickCategory("WHALES");
+    EXPECT_EQ(read(Ui().lblCategory), "     WHALES");
+    EXPECT_EQ(read(Ui().lblRecipeNum), "") << "no recipe is current";
+    EXPECT_EQ(Ui().lblRecipeNum.ToolTipText(), "");
+}
+
 TEST_F(MainControlsTest, ThePicturesOfTheListsAreFoundByKeyAndByIndex) {
     ASSERT_TRUE(Start());
     EXPECT_EQ(Ui().imlIcons.IndexOf("Camera"), 2);

@@ -33,7 +33,7 @@ class Finding(OpenBook):
         wait_for("the words in their box", lambda: self.book.text("Words").strip() == words,
                  report=lambda: self.book.text("Words"))
         self.screen.press("Return")
-        self.book.control("Category")
+        self.book.control("SEARCH")
         wait_for("the list of the search", lambda: self.titles_at_rest() != self.before)
         self.screen.press("Escape")
         wait_for("the dialog to go", lambda: not self.book.is_showing(DIALOG))
