@@ -75,6 +75,8 @@ void MainControls::BuildImageLists() {
     ImageList1.Add("ByNamePressed", "buttons/sort-by-name-pressed");
     ImageList1.Add("ByNum", "buttons/sort-by-num");
     ImageList1.Add("ByNumPressed", "buttons/sort-by-num-pressed");
+    ImageList1.Add("Star", "buttons/star");
+    ImageList1.Add("StarPressed", "buttons/star-pressed");
     imlIcons.Add("Fish", "icons/fish");
     imlIcons.Add("Camera", "icons/camera");
     imlIcons.Add("Book", "icons/book");
@@ -163,7 +165,7 @@ void MainControls::DressButtons() {
     ibBack.SetFocusOnClick(false);
     imgSortByName.SetPicture(ImageList1.Item("ByName"));
     imgSortByNum.SetPicture(ImageList1.Item("ByNum"));
-    imgAddToFavorites.SetPicture(Picture::FromArt("buttons/star"));
+    imgAddToFavorites.SetPicture(ImageList1.Item("Star"));
     for (Image* image : {&imgSortByName, &imgSortByNum, &imgAddToFavorites})
         MakeButton(*image);
 }

@@ -74,6 +74,13 @@ void MainEvents::ConnectPictures() {
     MainControls& ui = main.ui;
     ui.imgPicture.OnClick = Quietly([this] { main.screen.ClickPicture(); });
     ui.lblJustWithPics.OnClick = Quietly([this] { main.screen.ClickJustWithPics(); });
+    // Its click sounds by itself, so its looks change without a sound.
+    ui.imgAddToFavorites.OnMouseDown = [&ui](int, int, float, float) {
+        ui.imgAddToFavorites.SetPicture(ui.ImageList1.Item("StarPressed"));
+    };
+    ui.imgAddToFavorites.OnMouseUp = [&ui](int, int, float, float) {
+        ui.imgAddToFavorites.SetPicture(ui.ImageList1.Item("Star"));
+    };
     ui.imgAddToFavorites.OnClick = Quietly([this] {
         main.SoundClick();
         main.favorites.AddToFavorites(main.viewer.CurrentRecipe());

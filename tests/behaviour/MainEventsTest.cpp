@@ -276,13 +276,15 @@ TEST_F(MainEventsTest, TheStarAddsTheCurrentRecipeToTheFavourites) {
     EXPECT_EQ(ShownNumbers(), (std::vector<int>{4, 5}));
 }
 
-TEST_F(MainEventsTest, ASortPictureShowsThatItIsPressed) {
+TEST_F(MainEventsTest, APictureThatIsAButtonShowsThatItIsPressed) {
     ASSERT_TRUE(Start());
-    const auto normal = Ui().imgSortByNum.Shown().Shared();
-    QTest::mousePress(Widget("imgSortByNum"), Qt::LeftButton);
-    EXPECT_NE(Ui().imgSortByNum.Shown().Shared(), normal);
-    QTest::mouseRelease(Widget("imgSortByNum"), Qt::LeftButton);
-    EXPECT_EQ(Ui().imgSortByNum.Shown().Shared(), normal);
+    for (const Image* image : {&Ui().imgSortByName, &Ui().imgSortByNum, &Ui().imgAddToFavorites}) {
+        const auto normal = image->Shown().Shared();
+        QTest::mousePress(image->Native(), Qt::LeftButton);
+        EXPECT_NE(image->Shown().Shared(), normal) << image->Name();
+        QTest::mouseRelease(image->Native(), Qt::LeftButton);
+        EXPECT_EQ(image->Shown().Shared(), normal) << image->Name();
+    }
 }
 
 TEST_F(MainEventsTest, TheSortPicturesSortTheLinesAndASecondPressTurnsThemRound) {
