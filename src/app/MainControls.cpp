@@ -89,7 +89,7 @@ void MainControls::PlaceControls() {
         {imgWaterMark1, Pixels(14, 112, 212, 512), "", "", true},
         {imgWaterMark2, Pixels(260, 112, 270, 512), "", "", true},
         {imgWaterMark3, Pixels(578, 68, 408, 546), "", "", true},
-        {chkFocusCatcher, Pixels(0, 0, 1, 1), "", "", true},
+        {chkFocusCatcher, Pixels(0, 0, 1, 1), "Selected line out of view", "", true},
         {lblCategory, Pixels(26, 64, 384, 30), "", "", true},
         {lblFound, Pixels(414, 68, 126, 24), "", "", true},
         {lblTotal, Pixels(458, 16, 66, 22), "", "", true},

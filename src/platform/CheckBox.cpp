@@ -1,5 +1,6 @@
 #include "platform/CheckBox.h"
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QKeyEvent>
 
@@ -58,6 +59,8 @@ void CheckBox::SetValue(int value) {
 
 void CheckBox::MakeFocusCatcher() {
     Mine()->BecomeCatcher();
+    // A screen reader must not offer to tick it.
+    SetAccessibleRole(*Mine(), QAccessible::Pane);
 }
 
 void CheckBox::SetFont(const Font& font) {

@@ -74,6 +74,13 @@ TEST_F(ACheckBox, TabAndTheMousePassAFocusCatcherBy) {
     EXPECT_EQ(window.Native()->childAt(10, 50), nullptr);
 }
 
+TEST_F(ACheckBox, AFocusCatcherIsNothingToTickForAssistiveTechnology) {
+    box_.MakeFocusCatcher();
+    EXPECT_EQ(Accessible(box_)->role(), QAccessible::Pane);
+    EXPECT_FALSE(Accessible(box_)->actionInterface()->actionNames().contains(
+        QAccessibleActionInterface::toggleAction()));
+}
+
 TEST_F(ACheckBox, KeysLeaveAFocusCatcherAsItIs) {
     box_.MakeFocusCatcher();
     Show();

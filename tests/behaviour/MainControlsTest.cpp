@@ -117,8 +117,9 @@ TEST_F(MainControlsTest, SpaceOnASortPictureSortsTheLines) {
 
 TEST_F(MainControlsTest, TheListsAndTheTextHaveAccessibleNames) {
     ASSERT_TRUE(Start());
-    for (Control* control : {static_cast<Control*>(&Ui().lvwX1), static_cast<Control*>(&Ui().lvwX2),
-                             static_cast<Control*>(&Ui().rtbSee)}) {
+    for (Control* control :
+         {static_cast<Control*>(&Ui().lvwX1), static_cast<Control*>(&Ui().lvwX2),
+          static_cast<Control*>(&Ui().rtbSee), static_cast<Control*>(&Ui().chkFocusCatcher)}) {
         EXPECT_FALSE(QAccessible::queryAccessibleInterface(control->Native())
                          ->text(QAccessible::Name)
                          .isEmpty())
