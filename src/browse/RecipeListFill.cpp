@@ -141,7 +141,7 @@ void RecipeList::FillVirtual(Fill& fill) {
     std::int32_t number = 0;
     std::int32_t n = 1;  // runs on across the lines, so that a deleted recipe leaves no gap
     for (int i = 1; i <= lines; ++i) {
-        TitleLine title;
+        FoundTitle title;
         while (title.Is == TitleIs::Gone && number < last) {
             number = fill.startPos + n - 1;
             title = main.store.LookUpTitle(number);

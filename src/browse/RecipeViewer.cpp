@@ -99,7 +99,7 @@ void RecipeViewer::LeaveOtherModes() {
 void RecipeViewer::FillText(RichTextBox& rtb) {
     const std::string strRTF = main.store.GetRecipeRTF(lngCurrentRecipe);
     rtb.SetTextRTF(strRTF);
-    const TitleLine title = main.store.LookUpTitle(lngCurrentRecipe);
+    const FoundTitle title = main.store.LookUpTitle(lngCurrentRecipe);
     // What is typed in the place of a text that could not be read would replace it.
     const bool read = !main.booEditMode || RecipeEditor::IsReadable(title.Is, strRTF);
     RecipeInBox = read ? lngCurrentRecipe : 0;

@@ -34,7 +34,7 @@ bool RecipeUpdater::UpdateRecipe_customOnly(std::int32_t RecipeNum, const std::s
     const auto addOneByOne = [this](const Place& place) {
         for (std::int32_t i = place.Entry + 1; i <= place.Last; ++i) {
             const std::int32_t number = store_.OriginalNumRecords + i;
-            const TitleLine title = store_.LookUpTitle(number);
+            const FoundTitle title = store_.LookUpTitle(number);
             const std::string rtf = store_.GetRecipeRTF(number);
             // Stored as it came, a record that could not be read would be a deleted one.
             if (title.Is != TitleIs::Gone && (title.Is != TitleIs::There || rtf.empty())) {

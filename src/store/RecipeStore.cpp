@@ -167,7 +167,7 @@ std::string RecipeStore::GetRecipeRTF(std::int32_t RecipeNum) {
     }
 }
 
-TitleLine RecipeStore::LookUpTitle(std::int32_t RecipeNum) {
+FoundTitle RecipeStore::LookUpTitle(std::int32_t RecipeNum) {
     try {
         const auto read = [this](const Place& place) { return ReadTitle(place); };
         const auto ask = [this](const std::string&) { return AskForTitle(); };
@@ -247,7 +247,7 @@ void RecipeStore::RecalculateTotalRecipes() {
     TotalNumRecords = stock + own;
     std::int32_t deleted = 0;
     for (std::int32_t i = 1; i <= own; ++i) {
-        const TitleLine title = LookUpTitle(stock + i);
+        const FoundTitle title = LookUpTitle(stock + i);
         // What cannot be read counts as present; without their disc, so do all that follow, which
         // need no question each.
         if (title.Is == TitleIs::Unreadable && title.Text == noDisc) break;

@@ -23,7 +23,7 @@ enum class TitleIs {
     Unreadable,  // nobody knows: the user has given up on the disc, or the storage has failed
 };
 
-struct TitleLine {
+struct FoundTitle {
     std::string Text;  // what GetRecipeTitle gives
     TitleIs Is = TitleIs::Gone;
 };
@@ -87,7 +87,7 @@ class RecipeStore {
     std::string GetRecipeTitle(std::int32_t RecipeNum);
     // The same with what an empty text means. Whoever acts on a deleted recipe asks here, since one
     // that could not be read is none.
-    TitleLine LookUpTitle(std::int32_t RecipeNum);
+    FoundTitle LookUpTitle(std::int32_t RecipeNum);
     // Moves file 1 to a stock recipe; returns an empty text. Any failure reaches the caller.
     std::string GetRecipeTXT(std::int32_t RecipeNum);
 

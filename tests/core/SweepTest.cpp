@@ -42,7 +42,7 @@ class SweepTest : public testing::Test {
         text.resize(RecordLength, ' ');
         return text;
     }
-    static int TitleLine(int record) {
+    static int FoundTitle(int record) {
         return static_cast<int>(std::string("title \r\n").size() + std::to_string(record).size());
     }
     static int PlaceOf(int record) { return (record - 1) * RecordLength + 1; }
@@ -98,7 +98,7 @@ TEST_F(SweepTest, EveryOrderGivesTheSameTitles) {
         const int record = 1 + (i * 7 + step) % Records;
         ASSERT_EQ(Title(record), "title " + std::to_string(record)) << "at step " << i;
         ASSERT_EQ(files.Position(Index), record + 1);
-        ASSERT_EQ(files.Position(Text), PlaceOf(record) + TitleLine(record)) << "at step " << i;
+        ASSERT_EQ(files.Position(Text), PlaceOf(record) + FoundTitle(record)) << "at step " << i;
     }
 }
 

@@ -26,7 +26,7 @@ class UnreadableTitles : public testing::Test {
             }
         });
     }
-    TitleLine Title(std::int32_t number) { return scene.Store.LookUpTitle(number); }
+    FoundTitle Title(std::int32_t number) { return scene.Store.LookUpTitle(number); }
 
     SearchScene scene;
 };
