@@ -3,15 +3,13 @@
 #include <string>
 
 #include "app/frmMain.h"
+#include "edit/TitleLine.h"
 #include "edit/frmAddRecipe.h"
 #include "platform/Failure.h"
 
 namespace larder {
 
 namespace {
-
-constexpr const char* WhiteSpace = " \r\n\t";
-constexpr const char* TitleEnds = "\r\n\t";
 
 // Tab passes a box by whose text is being stored.
 class WithoutTabStop {
@@ -141,11 +139,11 @@ bool RecipeSaving::IsDeleted(std::int32_t recipeNum) {
 RecipeSaving::Outcome RecipeSaving::StoreText(RichTextBox& box, std::int32_t recipeNum) {
     const WithoutTabStop passed(box);
     const std::string text = box.Text();
-    const std::size_t start = text.find_first_not_of(WhiteSpace);
-    if (start == std::string::npos) return Outcome::Empty;
-    const std::string strTitle = text.substr(start, text.find_first_of(TitleEnds, start) - start);
+    const TitleLine title = TitleLineOf(text);
+    if (title.Length == 0) return Outcome::Empty;
+    const std::string strTitle = text.substr(title.From, title.Length);
     std::string strRTF = box.TextRTF();
-    if (start > 0) strRTF = WithoutLeading(strRTF, start);
+    if (title.From > 0) strRTF = WithoutLeading(strRTF, title.From);
     const bool stored = main.ownRecipes.UpdateRecipe(recipeNum, strRTF, strTitle);
     return stored ? Outcome::Stored : Outcome::Failed;
 }

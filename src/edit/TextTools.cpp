@@ -12,14 +12,17 @@ void TextTools::Connect() {
     ConnectClipboard();
     form_.rtbTitle.OnGotFocus = [this] { BeActive(form_.rtbTitle, form_.rtbRecipe); };
     form_.rtbRecipe.OnGotFocus = [this] { BeActive(form_.rtbRecipe, form_.rtbTitle); };
-    for (RichTextBox* box : {&form_.rtbTitle, &form_.rtbRecipe})
-        box->OnSelChange = [this] { UpdateToolsBar(); };
+    form_.rtbTitle.OnSelChange = form_.rtbRecipe.OnSelChange = [this] { UpdateToolsBar(); };
 }
 
 void TextTools::ConnectFormats() {
-    form_.ibBold.OnClick = form_.mnuBold.OnClick = [this] { Bold(); };
-    form_.ibItalic.OnClick = form_.mnuItalic.OnClick = [this] { Italic(); };
-    form_.ibUnderline.OnClick = form_.mnuUnderline.OnClick = [this] { Underline(); };
+    const auto connect = [this](ImageButton& button, MenuItem& entry, Get get, Set set) {
+        button.OnClick = entry.OnClick = [this, get, set] { Invert(get, set); };
+    };
+    connect(form_.ibBold, form_.mnuBold, &RichTextBox::SelBold, &RichTextBox::SetSelBold);
+    connect(form_.ibItalic, form_.mnuItalic, &RichTextBox::SelItalic, &RichTextBox::SetSelItalic);
+    connect(form_.ibUnderline, form_.mnuUnderline, &RichTextBox::SelUnderline,
+            &RichTextBox::SetSelUnderline);
 }
 
 void TextTools::ConnectAlignment() {
@@ -56,27 +59,11 @@ void TextTools::SelectWord(RichTextBox& rtb) {
     rtb.Span(" \r", true, true);
 }
 
-void TextTools::Bold() {
+void TextTools::Invert(Get get, Set set) {
     main.SoundClick();
     RichTextBox& rtb = *form_.rtbActive;
     SelectWord(rtb);
-    rtb.SetSelBold(!rtb.SelBold().value_or(false));
-    UpdateToolsBar();
-}
-
-void TextTools::Italic() {
-    main.SoundClick();
-    RichTextBox& rtb = *form_.rtbActive;
-    SelectWord(rtb);
-    rtb.SetSelItalic(!rtb.SelItalic().value_or(false));
-    UpdateToolsBar();
-}
-
-void TextTools::Underline() {
-    main.SoundClick();
-    RichTextBox& rtb = *form_.rtbActive;
-    SelectWord(rtb);
-    rtb.SetSelUnderline(!rtb.SelUnderline().value_or(false));
+    (rtb.*set)(!(rtb.*get)().value_or(false));
     UpdateToolsBar();
 }
 

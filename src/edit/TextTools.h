@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace larder {
@@ -22,12 +23,14 @@ class TextTools {
     void UpdateToolsBar();
 
   private:
+    // One of the formats that a selection has, has not, or has in part.
+    using Get = std::optional<bool> (RichTextBox::*)() const;
+    using Set = void (RichTextBox::*)(bool);
+
     void ConnectFormats();
     void ConnectAlignment();
     void ConnectClipboard();
-    void Bold();
-    void Italic();
-    void Underline();
+    void Invert(Get get, Set set);
     void BeActive(RichTextBox& box, RichTextBox& other);
     void Send(const std::string& keys);
 

@@ -1,9 +1,9 @@
 #include "edit/frmAddRecipe.h"
 
-#include <algorithm>
 #include <array>
 
 #include "app/frmMain.h"
+#include "edit/TitleLine.h"
 #include "platform/Keys.h"
 #include "platform/Text.h"
 
@@ -56,8 +56,8 @@ void frmAddRecipe::DressControls() {
     rtbTitle.SetAccessibleName("Title");
     rtbRecipe.SetAccessibleName("Recipe");
     rtbRecipe.SetScrollBar(true);
-    for (RichTextBox* box : {&rtbTitle, &rtbRecipe})
-        box->SetTransparent(true);
+    rtbTitle.SetTransparent(true);
+    rtbRecipe.SetTransparent(true);
 }
 
 void frmAddRecipe::DressButtons() {
@@ -227,17 +227,9 @@ void frmAddRecipe::Empty() {
     loaded_ = false;
 }
 
-// Where the title stands in the text of its box: behind white space, up to the end of its line or
-// to a tab.
-frmAddRecipe::Stretch frmAddRecipe::TitleIn(const std::string& text) {
-    const std::size_t from = text.find_first_not_of(" \r\n\t");
-    if (from == std::string::npos) return {};
-    return {from, std::min(text.find_first_of("\r\n\t", from), text.size()) - from};
-}
-
 std::string frmAddRecipe::Title() const {
     const std::string text = rtbTitle.Text();
-    const Stretch title = TitleIn(text);
+    const TitleLine title = TitleLineOf(text);
     return text.substr(title.From, title.Length);
 }
 
@@ -262,7 +254,7 @@ std::string frmAddRecipe::RecipeRTF() {
 }
 
 std::string frmAddRecipe::TitleRTF() {
-    const Stretch title = TitleIn(rtbTitle.Text());
+    const TitleLine title = TitleLineOf(rtbTitle.Text());
     if (title.Length == 0) return {};
     const std::int32_t start = rtbTitle.SelStart();
     const std::int32_t length = rtbTitle.SelLength();

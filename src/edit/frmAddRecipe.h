@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -10,6 +9,7 @@
 #include "platform/ImageButton.h"
 #include "platform/Menu.h"
 #include "platform/RichTextBox.h"
+#include "platform/RichTextLine.h"
 #include "platform/Window.h"
 
 namespace larder {
@@ -68,7 +68,7 @@ class frmAddRecipe {
     Image imgNoPicture{window, "imgNoPicture"};
     Image imgPicPreview{window, "imgPicPreview"};
     MenuBar mnuBar{window, "mnuBar"};
-    RichTextBox rtbTitle{window, "rtbTitle"};  // Tab goes in the order of this list
+    RichTextLine rtbTitle{window, "rtbTitle"};  // Tab goes in the order of this list
     RichTextBox rtbRecipe{window, "rtbRecipe"};
     Image imgTitleHide{window, "imgTitleHide"};
     ImageButton ibPaste{window, "ibPaste"};
@@ -101,11 +101,6 @@ class frmAddRecipe {
     RichTextBox* rtbActive = &rtbTitle;  // the box that last had the focus
 
   private:
-    struct Stretch {
-        std::size_t From = 0;
-        std::size_t Length = 0;
-    };
-    static Stretch TitleIn(const std::string& text);
     std::string TitleRTF();
     void DressControls();
     void DressButtons();

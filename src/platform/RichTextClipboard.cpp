@@ -7,6 +7,8 @@
 #include <QTextDocument>
 #include <QTextDocumentFragment>
 #include <memory>
+#include <string_view>
+#include <utility>
 
 #include "platform/RichTextDocument.h"
 #include "platform/RichTextPictures.h"
@@ -26,6 +28,19 @@ std::optional<RichText> RtfIn(const QMimeData& source) {
         if (text) return text;
     }
     return std::nullopt;
+}
+
+RichText FromHtml(const QString& html, double dotsPerInch) {
+    QTextDocument foreign;
+    foreign.setHtml(html);
+    return RichTextOf(foreign, dotsPerInch);
+}
+
+// Line ends of plain text and of rich text alike.
+constexpr std::u16string_view kLineEnds = u"\r\n\u2028\u2029";
+
+bool HasWords(const std::u16string& units) {
+    return units.find_first_not_of(u" \u00A0\u2029") != std::u16string::npos;
 }
 
 }  // namespace
@@ -49,19 +64,43 @@ bool CanTake(const QMimeData& source) {
     return source.hasHtml() || source.hasText() || source.hasImage();
 }
 
-void Take(const QMimeData& source, RichTextWidget::Host& host, double dotsPerInch) {
-    if (const auto text = RtfIn(source)) return host.Insert(*text);
+std::optional<Incoming> IncomingFrom(const QMimeData& source, double dotsPerInch) {
+    if (auto text = RtfIn(source)) return std::move(*text);
+    bool pictureAlone = false;
     if (source.hasHtml()) {
-        QTextDocument foreign;
-        foreign.setHtml(source.html());
-        return host.Insert(RichTextOf(foreign, dotsPerInch));
+        RichText text = FromHtml(source.html(), dotsPerInch);
+        // Of a picture that was copied by itself, a browser gives the address as HTML.
+        pictureAlone = source.hasImage() && !HasWords(text.Units());
+        if (!pictureAlone) return text;
     }
-    if (source.hasText()) return host.Insert(source.text().toStdU16String());
+    if (source.hasText() && !pictureAlone) return source.text().toStdU16String();
     if (source.hasImage()) {
         RichText picture;
         picture.AppendPicture(PictureOf(qvariant_cast<QImage>(source.imageData())), 0);
-        host.Insert(picture);
+        return picture;
     }
+    return std::nullopt;
+}
+
+Incoming InOneLine(const Incoming& incoming) {
+    const auto* rich = std::get_if<RichText>(&incoming);
+    const std::u16string& units = rich ? rich->Units() : std::get<std::u16string>(incoming);
+    const std::size_t from = units.find_first_not_of(kLineEnds);
+    if (from == std::u16string::npos) return std::u16string();
+    const std::size_t to = units.find_last_not_of(kLineEnds) + 1;
+    if (rich && units.find_first_of(kLineEnds, from) >= to) {
+        return rich->Cut(rich->PositionAt(from), rich->PositionAt(to));
+    }
+    std::u16string line;
+    for (std::size_t i = from; i < to; ++i) {
+        const bool end = kLineEnds.find(units[i]) != std::u16string::npos;
+        if (!end) {
+            line += units[i];
+        } else if (line.back() != u' ') {
+            line += u' ';
+        }
+    }
+    return line;
 }
 
 }  // namespace larder

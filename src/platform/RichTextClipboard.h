@@ -1,6 +1,10 @@
 #pragma once
 
-#include "platform/RichTextWidget.h"
+#include <optional>
+#include <string>
+#include <variant>
+
+#include "platform/rtf/RichText.h"
 
 class QMimeData;
 class QTextCursor;
@@ -12,9 +16,15 @@ namespace larder {
 // The text as RTF, and as Qt has it selected as HTML and plain. The caller owns it.
 QMimeData* MimeOf(const RichText& text, const QTextCursor& selection);
 
+// What comes in. Plain text has the format of the place that it is put in.
+using Incoming = std::variant<RichText, std::u16string>;
+
 bool CanTake(const QMimeData& source);
-// The richest form that the source has is put into the host's selection: RTF, HTML, plain text,
-// a picture.
-void Take(const QMimeData& source, RichTextWidget::Host& host, double dotsPerInch);
+// The richest form that the source has: RTF, HTML, plain text, a picture. Nothing when it has none
+// of them.
+std::optional<Incoming> IncomingFrom(const QMimeData& source, double dotsPerInch);
+// The same for a box of one line: line ends before and behind it go, and text of several lines
+// comes plain, with a blank for each of its ends.
+Incoming InOneLine(const Incoming& incoming);
 
 }  // namespace larder

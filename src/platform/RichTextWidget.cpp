@@ -11,9 +11,11 @@
 #include <QTextCursor>
 #include <QTextEdit>
 #include <QTextLayout>
+#include <QTextOption>
 #include <algorithm>
 #include <cmath>
 #include <utility>
+#include <variant>
 
 #include "platform/Native.h"
 #include "platform/RichTextClipboard.h"
@@ -84,6 +86,7 @@ class RichTextWidget::Widget : public QTextEdit {
     }
 
     void TakeSize();
+    void KeepOneLine();
 
   protected:
     bool event(QEvent* event) override;
@@ -104,6 +107,7 @@ class RichTextWidget::Widget : public QTextEdit {
     RichTextWidget& owner_;  // lives as long as the host
     const std::shared_ptr<Host> host_;
     bool addedAtEnd_ = false;  // since the host was last told
+    bool oneLine_ = false;
 };
 
 RichTextWidget::Widget::Widget(QWidget* parent, RichTextWidget& owner, std::shared_ptr<Host> host)
@@ -155,6 +159,15 @@ void RichTextWidget::SetScrollBar(bool shown) {
         "QScrollBar::handle:vertical:hover { background: #E0B659; }"
         "QScrollBar::add-line:vertical, QScrollBar::sub-line:vertical { height: 0; }"
         "QScrollBar::add-page:vertical, QScrollBar::sub-page:vertical { background: none; }"));
+}
+
+void RichTextWidget::Widget::KeepOneLine() {
+    oneLine_ = true;
+    setWordWrapMode(QTextOption::NoWrap);
+}
+
+void RichTextWidget::KeepOneLine(QWidget& widget) {
+    static_cast<Widget&>(widget).KeepOneLine();
 }
 
 void RichTextWidget::SetHideSelection(bool hide) {
@@ -349,7 +362,11 @@ bool RichTextWidget::Widget::canInsertFromMimeData(const QMimeData* source) cons
 }
 
 void RichTextWidget::Widget::insertFromMimeData(const QMimeData* source) {
-    if (textInteractionFlags() & Qt::TextEditable) Take(*source, *host_, logicalDpiY());
+    if (!(textInteractionFlags() & Qt::TextEditable)) return;
+    auto incoming = IncomingFrom(*source, logicalDpiY());
+    if (!incoming) return;
+    if (oneLine_) incoming = InOneLine(*incoming);
+    std::visit([this](const auto& text) { host_->Insert(text); }, *incoming);
 }
 
 }  // namespace larder

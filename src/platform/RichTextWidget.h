@@ -41,6 +41,9 @@ class RichTextWidget {
     void SetTransparent(bool transparent);
     void SetTabStop(bool stops);
     void SetScrollBar(bool shown);
+    // Of a widget of this kind: it does not wrap its text, and takes what the user pastes or drops
+    // in one line.
+    static void KeepOneLine(QWidget& widget);
     // Without the focus, the selection is not drawn while this is on. Turning it off again leaves
     // the selection unmarked until it is set anew or the box has the focus.
     void SetHideSelection(bool hide);

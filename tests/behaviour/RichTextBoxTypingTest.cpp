@@ -217,6 +217,24 @@ TEST_F(RichTextBoxTypingTest, PasteOfAPictureKeepsIt) {
     EXPECT_NE(box_.TextRTF().find("\\pngblip"), std::string::npos);
 }
 
+TEST_F(RichTextBoxTypingTest, PasteTakesAPictureThatABrowserNamesInHtmlToo) {
+    QImage image(4, 3, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    for (const bool words : {false, true}) {
+        auto* mime = new QMimeData;
+        mime->setImageData(image);
+        mime->setHtml(QStringLiteral("<p>%1<img src=\"https://example.invalid/fish.png\"></p>")
+                          .arg(words ? QStringLiteral("a fish") : QString()));
+        mime->setText(QStringLiteral("https://example.invalid/fish.png"));
+        QApplication::clipboard()->setMimeData(mime);
+        box_.SetText("");
+        Show();
+        Press(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(box_.Text(), words ? "a fish" : " ");
+        EXPECT_EQ(box_.TextRTF().find("\\pngblip") != std::string::npos, !words);
+    }
+}
+
 TEST_F(RichTextBoxTypingTest, APictureComesBackByteForByteFromTheScreen) {
     const std::string rtf =
         R"({\rtf1 a{\pict\pngblip\picwgoal300\pichgoal150 89504e470d0a1a0a00}b})";
