@@ -100,10 +100,11 @@ void RecipeViewer::FillText(RichTextBox& rtb) {
     const std::string strRTF = main.store.GetRecipeRTF(lngCurrentRecipe);
     rtb.SetTextRTF(strRTF);
     const FoundTitle title = main.store.LookUpTitle(lngCurrentRecipe);
-    // What is typed in the place of a text that could not be read would replace it.
-    const bool read = !main.booEditMode || RecipeEditor::IsReadable(title.Is, strRTF);
-    RecipeInBox = read ? lngCurrentRecipe : 0;
-    if (!read) main.editor.SetInPlaceEdit(false);
+    // What is typed in the place of a text that could not be read would replace it; what is typed
+    // into the notice below would be stored nowhere.
+    const bool opens = !main.booEditMode || RecipeEditor::IsReadable(title.Is, strRTF);
+    RecipeInBox = opens ? lngCurrentRecipe : 0;
+    if (!opens) main.editor.SetInPlaceEdit(false);
     const std::string number = std::to_string(lngCurrentRecipe);
     if (title.Is == TitleIs::Gone) {
         rtb.SetText("The recipe " + number +

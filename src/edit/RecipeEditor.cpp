@@ -58,7 +58,7 @@ void RecipeEditor::LoadRecipeToUpdate(std::int32_t RecipeNum) {
 // Every recipe that was stored has a text. One that comes without was not read, and whatever stood
 // in its place would replace it when it is saved.
 bool RecipeEditor::IsReadable(TitleIs title, const std::string& strRTF) {
-    return title == TitleIs::Gone || (title == TitleIs::There && !strRTF.empty());
+    return title == TitleIs::There && !strRTF.empty();
 }
 
 bool RecipeEditor::MayDropWork() {

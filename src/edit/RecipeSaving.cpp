@@ -23,6 +23,11 @@ class WithoutTabStop {
     RichTextBox& box_;
 };
 
+void TellRefused(frmMain& main, std::int32_t recipeNum) {
+    main.dialogs.MessageBox("Couldn't update recipe #" + std::to_string(recipeNum),
+                            Dialogs::Buttons::Ok, Dialogs::Icon::Critical, "Tidewell Larder");
+}
+
 // Runs a save; a failure that it lets through is told, and what was to be saved stays.
 template <typename Save>
 void Telling(frmMain& main, Save&& save) {
@@ -118,8 +123,7 @@ RecipeSaving::Outcome RecipeSaving::AddNew(frmAddRecipe& form) {
 RecipeSaving::Outcome RecipeSaving::Update(frmAddRecipe& form) {
     if (!form.booRecipeChanged && !form.picture.booPictureChanged) return Outcome::Stored;
     if (IsDeleted(form.lngRecipeNum)) {
-        main.dialogs.MessageBox("Couldn't update recipe #" + std::to_string(form.lngRecipeNum),
-                                Dialogs::Buttons::Ok, Dialogs::Icon::Critical, "Tidewell Larder");
+        TellRefused(main, form.lngRecipeNum);
         return Outcome::Failed;
     }
     if (!form.booRecipeChanged) return Outcome::Stored;

@@ -21,6 +21,12 @@ class EditorTrust : public EditorBook {
             if (access.Kind == "write") throw Failure(failure::DiskFull, std::string(access.Path));
         });
     }
+    void FailReads() {
+        Main().files.Watch([](const NumberedFiles::Access& access) {
+            if (access.Kind == "read")
+                throw Failure(failure::DeviceError, std::string(access.Path));
+        });
+    }
     void Assign(const std::string& nativePath) {
         Boxes.ThenFile(nativePath);
         ClickOn(Editor().ibAssignPicture);
@@ -161,6 +167,16 @@ TEST_F(EditorTrust, ARecipeWhoseDiscIsGivenUpDoesNotOpen) {
     EXPECT_EQ(Boxes.Shown.back().Text, "Couldn't read recipe #4");
 }
 
+TEST_F(EditorTrust, ARecipeThatTheDiskDoesNotGiveIsToldAndADeletedOneIsNot) {
+    Main().editor.LoadRecipeToUpdate(6);
+    EXPECT_TRUE(Boxes.Shown.empty());
+    FailReads();
+    Main().editor.LoadRecipeToUpdate(4);
+    EXPECT_FALSE(EditorShown());
+    ASSERT_EQ(Boxes.Shown.size(), 1U);
+    EXPECT_EQ(Boxes.Shown[0].Text, "Couldn't read recipe #4");
+}
+
 // Failures on the way
 
 TEST_F(EditorTrust, AFailureBehindTheStoringIsToldAndTheRecipeIsAddedOnce) {
@@ -215,13 +231,16 @@ class SavingLook : public EditorTrust {
             if (access.Kind != "write") return;
             ++Writes;
             Waiting = Waiting && Waits(Editor().window) && Waits(Main().ui.window);
+            TabStops = TabStops || IsTabStop();
             if (Caption.empty()) Caption = Editor().window.Caption();
             if (fails) throw Failure(failure::DiskFull, std::string(access.Path));
         });
     }
+    bool IsTabStop() { return (Editor().rtbRecipe.Native()->focusPolicy() & Qt::TabFocus) != 0; }
     int Writes = 0;
     bool Waiting = true;
-    std::string Caption;  // at the first write
+    bool TabStops = false;  // Tab led into the recipe at some write
+    std::string Caption;    // at the first write
 };
 
 TEST_F(SavingLook, OfAnAddIsTheHourglassAndItsCaption) {
@@ -232,6 +251,8 @@ TEST_F(SavingLook, OfAnAddIsTheHourglassAndItsCaption) {
         EXPECT_GT(Writes, 0);
         EXPECT_TRUE(Waiting);
         EXPECT_EQ(Caption, "Adding Recipe. One moment please...");
+        EXPECT_FALSE(TabStops);
+        EXPECT_TRUE(IsTabStop());
         EXPECT_EQ(EditorShown(), fails);
         if (fails) {
             EXPECT_EQ(Editor().window.Caption(), "Add Recipe");
@@ -249,6 +270,8 @@ TEST_F(SavingLook, OfAnUpdateIsTheHourglassAndItsCaption) {
         EXPECT_GT(Writes, 0);
         EXPECT_TRUE(Waiting);
         EXPECT_EQ(Caption, "Updating Recipe. One moment please...");
+        EXPECT_FALSE(TabStops);
+        EXPECT_TRUE(IsTabStop());
         if (fails) {
             EXPECT_EQ(Editor().window.Caption(), "Edit Recipe #4");
         }
@@ -304,8 +327,8 @@ TEST_F(EditorTrust, EveryButtonAndEveryMenuEntryOfTheEditorClicksOnce) {
     Editor().picture.SetNewPictureFileName("x");  // shows the button that removes it
     for (ImageButton* button :
          {&Editor().ibPaste, &Editor().ibBold, &Editor().ibItalic, &Editor().ibUnderline,
-          &Editor().ibLeft, &Editor().ibCenter, &Editor().ibRight, &Editor().ibAssignPicture,
-          &Editor().ibRemovePicture}) {
+          &Editor().ibLeft, &Editor().ibCenter, &Editor().ibRight, &Editor().ibSpell,
+          &Editor().ibPrint, &Editor().ibAssignPicture, &Editor().ibRemovePicture}) {
         clicks = 0;
         ClickOn(*button);
         EXPECT_EQ(clicks, 1) << button->Name();
@@ -398,6 +421,30 @@ TEST_F(InPlaceTrust, AnotherSizeOfTheWindowChangesNoFormatOfTheText) {
     EXPECT_EQ(Main().ui.rtbSee.Tag, "22");
 }
 
+TEST_F(InPlaceTrust, WhatWasTypedStaysWhileTheDiskDoesNotGiveItsRecord) {
+    TypeInViewer(4, "Very ");
+    FailReads();
+    EXPECT_FALSE(Main().viewer.ShowRecipe(5));
+    ASSERT_EQ(Boxes.Shown.size(), 1U);
+    EXPECT_EQ(Boxes.Shown[0].Text, "Couldn't update recipe #4");
+    EXPECT_EQ(Main().ui.rtbSee.Text().substr(0, 13), "Very Own Hake");
+    EXPECT_TRUE(Main().viewer.Modified);
+    Main().files.Watch(nullptr);
+    EXPECT_TRUE(Main().viewer.ShowRecipe(5));
+    EXPECT_EQ(TitleOf(4), "Very Own Hake");
+}
+
+TEST_F(InPlaceTrust, TheNoticeOfADeletedRecipeIsNotOpenToTyping) {
+    Main().viewer.ShowRecipe(6);
+    EXPECT_EQ(Main().ui.rtbSee.Text().substr(0, 28), "The recipe 6 is unavailable ");
+    EXPECT_TRUE(Main().ui.rtbSee.Locked());
+    EXPECT_EQ(Main().viewer.RecipeInBox, 0);
+    Main().editor.EditRecipe_InPlace();
+    EXPECT_TRUE(Main().ui.rtbSee.Locked());
+    Main().viewer.ShowRecipe(5);
+    EXPECT_FALSE(Main().ui.rtbSee.Locked());
+}
+
 TEST_F(InPlaceTrust, ATextThatCannotBeReadIsNotOpenToTyping) {
     Main().files.WriteRecord(filenumber::CustomRecipesIndex, 2, 1'000'000);
     Main().viewer.ShowRecipe(4);
@@ -405,7 +452,7 @@ TEST_F(InPlaceTrust, ATextThatCannotBeReadIsNotOpenToTyping) {
     EXPECT_TRUE(Main().ui.rtbSee.Locked());
     Main().editor.EditRecipe_InPlace();
     EXPECT_TRUE(Main().ui.rtbSee.Locked());
-    Main().viewer.ShowRecipe(5);
+    Main().viewer.ShowRecipe(2);
     EXPECT_FALSE(Main().ui.rtbSee.Locked());
 }
 
