@@ -146,6 +146,25 @@ TEST_F(AnUpdatedRecipe, TakesItsFirstLineAsItsTitleWithoutWhiteSpaceBeforeIt) {
     EXPECT_EQ(Shown(2).front(), "Fried Hake");
 }
 
+TEST_F(AnUpdatedRecipe, LosesLinesAndTabsBeforeItsTitleAndNoFormatBehindThem) {
+    OpenOn(4);
+    Editor().rtbRecipe.SetTextRTF(
+        "{\\rtf1\\ansi\\par \\tab \\par  \\b Fish pie\\b0\\tab for four\\par\\qc Bake\\i  "
+        "it.\\par}");
+    ASSERT_EQ(Editor().rtbRecipe.Text(), "\r\n\t\r\n Fish pie\tfor four\r\nBake it.\r\n");
+    ClickOn(Editor().ibAdd);
+    EXPECT_EQ(TitleOf(4), "Fish pie");
+    EXPECT_EQ(TextOf(4), "Fish pie\tfor four\r\nBake it.\r\n");
+    RichTextBox& stored = Main().ui.rtbT;
+    stored.SetSelLength(8);
+    EXPECT_EQ(stored.SelBold(), true);
+    stored.Find("Bake", 0);
+    EXPECT_EQ(stored.SelBold(), false);
+    EXPECT_EQ(stored.SelAlignment(), RichTextBox::Alignment::Center);
+    stored.Find(" it.", 0);
+    EXPECT_EQ(stored.SelItalic(), true);
+}
+
 TEST_F(AnUpdatedRecipe, IsWrittenWithOrWithoutItsPictureChanging) {
     const std::string path = MakePicture("lunch.jpg");
     OpenOn(4);

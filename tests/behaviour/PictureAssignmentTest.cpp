@@ -76,6 +76,26 @@ TEST_F(ARecipesPicture, GivesTheLineOfTheListItsIconAtOnce) {
     EXPECT_EQ(List(2).Item(2).SmallIcon(), 2) << "and its entry in the list behind";
 }
 
+TEST_F(ARecipesPicture, BringsTheSelectedLineInStepToo) {
+    OpenOn(4);
+    Assign(MakePicture("lunch.gif"));
+    PressLine(2, 2);
+    MakePicture(Photo("5.jpg"));
+    Update();
+    EXPECT_EQ(List(2).Item(1).SmallIcon(), 2);
+    EXPECT_EQ(List(2).Item(2).SmallIcon(), 2) << "as its file says";
+}
+
+TEST_F(ARecipesPicture, ThatIsSmallFillsItsFrameInOneDirection) {
+    OpenOn(4);
+    Assign(MakePicture("lunch.jpg", 30, 60));
+    const Rectangle& frame = Editor().shpPic;
+    const Rectangle& shown = Editor().imgPicPreview.Place();
+    EXPECT_FLOAT_EQ(shown.Height, frame.Height);
+    EXPECT_NEAR(shown.Height / shown.Width, 2.0F, 0.01F);
+    EXPECT_NEAR(shown.Left - frame.Left, (frame.Width - shown.Width) / 2, 1.0F);
+}
+
 TEST_F(ARecipesPicture, ChosenAndCancelledChangesNothingOnTheDisk) {
     OpenOn(4);
     WatchFiles();
@@ -118,9 +138,11 @@ TEST_F(ARecipesPicture, IsKeptWhenTheUserDoesNotWantToOverwriteIt) {
 TEST_F(ARecipesPicture, RemovedAndAssignedAgainIsCopied) {
     MakePicture(Photo("4.jpg"));
     OpenOn(4);
+    Main().cdgDialogBox.FileName = "C:\\lunch.jpg";
     Boxes.Then(Dialogs::Answer::Yes);
     ClickOn(Editor().ibRemovePicture);
     EXPECT_EQ(LastBox(), "Are you sure you want to remove picture from this recipe?");
+    EXPECT_EQ(Main().cdgDialogBox.FileName, "");
     EXPECT_EQ(Picture().NewPictureFileName(), "");
     EXPECT_EQ(Editor().ibAssignPicture.Caption(), "Assign Picture");
     EXPECT_FALSE(Editor().ibRemovePicture.Visible());

@@ -1,6 +1,8 @@
 #include "edit/frmAddRecipe.h"
 
 #include <QAccessible>
+#include <QMenu>
+#include <QMenuBar>
 
 #include "behaviour/support/EditorBook.h"
 
@@ -13,6 +15,15 @@ class TheEditor : public EditorBook {
   protected:
     static QString NameOf(const Control& control) {
         return QAccessible::queryAccessibleInterface(control.Native())->text(QAccessible::Name);
+    }
+    static QMenuBar& MenuBarOf(const frmAddRecipe& form) {
+        return *qobject_cast<QMenuBar*>(form.mnuBar.Native());
+    }
+    std::vector<std::string> Menus() {
+        std::vector<std::string> captions;
+        for (const QAction* menu : MenuBarOf(Editor()).actions())
+            captions.push_back(menu->text().toStdString());
+        return captions;
     }
     // What a failing disk does to whoever writes.
     void FailWrites() {
@@ -88,6 +99,10 @@ TEST_F(TheEditor, CaptionsToolTipsAndMenusAreThoseOfTheDesign) {
         ASSERT_NE(MenuEntry(name), nullptr) << name;
         EXPECT_EQ(MenuEntry(name)->text().toStdString(), caption);
     }
+    EXPECT_EQ(Menus(), (std::vector<std::string>{"&Recipe", "&Edit"}));
+    const QList<QAction*> recipe = MenuBarOf(Editor()).actions()[0]->menu()->actions();
+    ASSERT_EQ(recipe.size(), 3);
+    EXPECT_TRUE(recipe[1]->isSeparator());
     EXPECT_EQ(MenuEntry("mnuBold")->shortcut().toString().toStdString(), "Ctrl+B");
     EXPECT_EQ(MenuEntry("mnuUnderline")->shortcut().toString().toStdString(), "Ctrl+U");
     EXPECT_EQ(MenuEntry("mnuItalic")->shortcut().toString().toStdString(), "Ctrl+I");
@@ -104,7 +119,7 @@ TEST_F(TheEditor, EveryButtonAndBoxHasANameForAScreenReader) {
     EXPECT_EQ(NameOf(Editor().ibAdd), "Update") << "without the mark of its access key";
 }
 
-TEST_F(TheEditor, ButtonsWithNothingToDoYetLookDisabledAndOnlyClick) {
+TEST_F(TheEditor, ButtonsWithNothingToDoYetLookDisabledAndDoNothing) {
     OpenNew();
     for (const ImageButton* button : {&Editor().ibPrint, &Editor().ibSpell}) {
         EXPECT_EQ(button->CurrentLook(), ImageButton::Look::Disabled) << button->Name();
@@ -261,8 +276,22 @@ TEST_F(TheEditor, TheWindowManagersCloseIsACancel) {
 
 TEST_F(TheEditor, EscapeDoesNotThrowTypedTextAway) {
     OpenNew();
+    TypeAnew(Editor().rtbTitle, "Half a title");
     Press(Qt::Key_Escape);
     EXPECT_TRUE(EditorShown());
+    EXPECT_EQ(Editor().rtbTitle.Text(), "Half a title");
+}
+
+TEST_F(TheEditor, OutOfSightItAddsNothingAndOnlyClicks) {
+    int clicks = 0;
+    Main().sound.OnPlay = [&](const std::string&) { ++clicks; };
+    OpenNew();
+    Editor().window.Hide();
+    WatchFiles();
+    Main().editor.ClickAdd();
+    EXPECT_EQ(clicks, 1);
+    EXPECT_TRUE(Changes.empty());
+    EXPECT_TRUE(Boxes.Shown.empty());
 }
 
 TEST_F(TheEditor, TheMenusCancelAndAddDoWhatTheButtonsDo) {
@@ -369,8 +398,15 @@ TEST_F(TheEditor, NothingOverlapsOrLeavesTheWindowAtAnySize) {
 TEST_F(TheEditor, FitsOnTheScreenInItsOwnProportion) {
     OpenNew();
     const Rectangle screen = Main().ui.window.WorkArea();
-    EXPECT_LE(Editor().window.ClientWidth(), screen.Width);
-    EXPECT_LE(Editor().window.ClientHeight(), screen.Height);
+    const Window& window = Editor().window;
+    ASSERT_LT(screen.Width, frmAddRecipe::shpOrig.Width) << "or this would show nothing";
+    EXPECT_NEAR(window.ClientWidth(), 0.99F * screen.Width, TwipsPerPixel);
+    const float withFrame = window.ClientHeight() + 40 * TwipsPerPixel;
+    EXPECT_NEAR(window.ClientWidth() / withFrame,
+                frmAddRecipe::shpOrig.Width / frmAddRecipe::shpOrig.Height, 0.01F);
+    const Rectangle place = window.Place();
+    EXPECT_NEAR(place.Left - screen.Left, (screen.Width - place.Width) / 2, 20 * TwipsPerPixel);
+    EXPECT_NEAR(place.Top - screen.Top, (screen.Height - place.Height) / 2, 20 * TwipsPerPixel);
 }
 
 }  // namespace
