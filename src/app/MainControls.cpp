@@ -3,23 +3,18 @@
 #include <array>
 
 #include "platform/PictureButton.h"
+#include "platform/Pixels.h"
 
 namespace larder {
 
 namespace {
-
-// Design places are written in pixels at the design size of 1024 × 720.
-constexpr Rectangle Pixels(float left, float top, float width, float height) {
-    return {left * TwipsPerPixel, top * TwipsPerPixel, width * TwipsPerPixel,
-            height * TwipsPerPixel};
-}
 
 constexpr std::int32_t SlateBlue = 0x714B28;  // #284B71
 constexpr std::int32_t Ink = 0x20232B;        // #2B2320
 
 struct Placed {
     Control& control;
-    Rectangle place;
+    Rectangle place;             // at the design size of 1024 × 720 pixels
     const char* accessibleName;  // empty for ornaments, and for labels, which are read themselves
     const char* toolTip;
     bool visible;

@@ -7,17 +7,13 @@
 #include "app/frmMain.h"
 #include "layout/Util.h"
 #include "platform/Keys.h"
+#include "platform/Pixels.h"
 
 namespace larder {
 
 namespace {
 
 constexpr std::int32_t Paper = 0xE4F4FB;  // #FBF4E4
-
-constexpr Rectangle Pixels(float left, float top, float width, float height) {
-    return {left * TwipsPerPixel, top * TwipsPerPixel, width * TwipsPerPixel,
-            height * TwipsPerPixel};
-}
 
 constexpr Rectangle Ground = Pixels(0, 0, 460, 330);
 

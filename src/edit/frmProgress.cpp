@@ -2,6 +2,7 @@
 
 #include "app/frmMain.h"
 #include "layout/Util.h"
+#include "platform/Pixels.h"
 
 namespace larder {
 
@@ -9,11 +10,6 @@ namespace {
 
 constexpr std::int32_t Ink = 0x20232B;  // #2B2320
 constexpr std::int16_t Full = 100;
-
-constexpr Rectangle Pixels(float left, float top, float width, float height) {
-    return {left * TwipsPerPixel, top * TwipsPerPixel, width * TwipsPerPixel,
-            height * TwipsPerPixel};
-}
 
 constexpr Rectangle Ground = Pixels(0, 0, 440, 130);
 

@@ -5,6 +5,7 @@
 
 #include "app/frmMain.h"
 #include "platform/Keys.h"
+#include "platform/Pixels.h"
 #include "platform/Text.h"
 #include "search/SearchText.h"
 
@@ -13,11 +14,6 @@ namespace larder {
 namespace {
 
 constexpr std::int32_t Ink = 0x20232B;  // #2B2320
-
-constexpr Rectangle Pixels(float left, float top, float width, float height) {
-    return {left * TwipsPerPixel, top * TwipsPerPixel, width * TwipsPerPixel,
-            height * TwipsPerPixel};
-}
 
 constexpr Rectangle Ground = Pixels(0, 0, 480, 260);
 
