@@ -8,6 +8,7 @@
 
 #include "platform/RichTextDocument.h"
 #include "platform/RichTextFormats.h"
+#include "platform/RichTextPaper.h"
 
 namespace larder {
 
@@ -26,7 +27,11 @@ class Reader {
     // Formats come by their number in Qt's own table, so that each is converted once.
     RichText::FormatIndex Format(const QTextCharFormat& format, int number) {
         const auto [entry, isNew] = formats_.try_emplace(number, 0);
-        if (isNew) entry->second = text_.Intern(CharFormatOf(format, text_, dotsPerInch_));
+        if (isNew) {
+            const bool foreign = pictures_ == nullptr;
+            entry->second =
+                text_.Intern(CharFormatOf(foreign ? OnPaper(format) : format, text_, dotsPerInch_));
+        }
         return entry->second;
     }
 

@@ -194,6 +194,40 @@ TEST_F(RichTextBoxTypingTest, PasteTakesHtmlWithListsAndTables) {
     EXPECT_EQ(box_.SelBold(), true);
 }
 
+TEST_F(RichTextBoxTypingTest, PasteOfHtmlCanBeReadOnThePaper) {
+    auto* mime = new QMimeData;
+    mime->setHtml(
+        QStringLiteral("<p>0<span style='color:#000000;background-color:transparent'>1</span>"
+                       "<span style='background-color:rgba(0,0,0,0)'>2</span>"
+                       "<span style='color:#222222;background-color:#ffffff'>3</span>"
+                       "<span style='color:#fefefe'>4</span>"
+                       "<span style='color:#ffffff;background-color:#202020'>5</span>"
+                       "<span style='color:#a67904'>6</span>"
+                       "<span style='background-color:#ffff00'>7</span></p>"));
+    QApplication::clipboard()->setMimeData(mime);
+    Show();
+    Press(Qt::Key_V, Qt::ControlModifier);
+    ASSERT_EQ(box_.Text(), "01234567");
+    const auto look = [this](int place) {
+        QTextCursor cursor(Edit().document());
+        cursor.setPosition(place + 1);
+        const QTextCharFormat format = cursor.charFormat();
+        const auto name = [&](QTextFormat::Property property, const QBrush& brush) {
+            return format.hasProperty(property) ? brush.color().name().toStdString() : "none";
+        };
+        return name(QTextFormat::ForegroundBrush, format.foreground()) + " on " +
+               name(QTextFormat::BackgroundBrush, format.background());
+    };
+    EXPECT_EQ(look(0), "none on none");
+    EXPECT_EQ(look(1), "#000000 on none");
+    EXPECT_EQ(look(2), "none on none");
+    EXPECT_EQ(look(3), "#222222 on none") << "the white of another page";
+    EXPECT_EQ(look(4), "none on none") << "would not be seen";
+    EXPECT_EQ(look(5), "#ffffff on #202020");
+    EXPECT_EQ(look(6), "#a67904 on none");
+    EXPECT_EQ(look(7), "none on #ffff00");
+}
+
 TEST_F(RichTextBoxTypingTest, PasteOfPlainTextTakesTheFormatOfThePlaceAndKeepsForeignCharacters) {
     QApplication::clipboard()->setText(QString::fromUtf8("\u4F60\ny"));
     box_.SetTextRTF(R"({\rtf1\b bold})");
