@@ -172,6 +172,53 @@ class OwnRecipes(OpenBook):
         self.assertEqual((self.data / "Custom Recipes Index.ind").stat().st_size, 8)
         self.assertEqual(self.book.close(), 0, self.book.output())
 
+    def put_favourite(self, title, rtf):
+        """A recipe that is in the book when the program starts."""
+        (self.data / "Custom Recipes.ydb").write_bytes(f"{title}\r\n{rtf}\r\n".encode())
+        (self.data / "Custom Recipes Index.ind").write_bytes(struct.pack("<i", 1))
+        categories = self.data / "Categories.ctg"
+        lines = categories.read_bytes().split(b"\r\n")
+        lines[lines.index(FAVORITES.encode()) + 1] = f" {self.number} ".encode()
+        categories.write_bytes(b"\r\n".join(lines))
+
+    def drag_word(self, control, word, to):
+        """A word that is selected, with the mouse, into the middle of another one."""
+
+        def middle(of):
+            start = Atspi.Text.get_text(control, 0, -1).index(of) + len(of) // 2
+            box = Atspi.Text.get_character_extents(control, start, Atspi.CoordType.SCREEN)
+            return box.x, box.y + box.height // 2
+
+        (x, y), (end_x, end_y) = middle(word), middle(to)
+        self.screen.xdotool("mousemove", "--sync", str(x), str(y), "mousedown", "1")
+        for step in range(1, 11):
+            self.screen.xdotool("mousemove", "--sync", str(x + (end_x - x) * step // 10),
+                                str(y + (end_y - y) * step // 10))
+        self.screen.xdotool("mouseup", "1")
+
+    def test_a_word_that_is_dragged_down_leaves_each_line_where_it_was(self):
+        self.assertEqual(self.book.close(), 0, self.book.output())
+        sides = {"left": "\\ql", "center": "\\qc", "right": "\\qr"}
+        lines = [(f"line{i:04}", list(sides)[i % 3]) for i in range(12)]
+        rtf = "".join(f"\\pard{sides[side]} {text}\\par " for text, side in lines)
+        self.put_favourite(self.TITLE,
+                           f"{{\\rtf1\\ansi {self.TITLE} ConsiderablyLongWord\\par {rtf}}}")
+        self.start()
+        self.open_favourite(self.TITLE)
+        editor = f"Edit Recipe #{self.number}"
+        self.choose(editor)
+        self.book.window(editor)
+        control = self.box_of(editor, "Recipe")
+        self.screen.press("ctrl+Home", "End", "ctrl+shift+Left")
+        wait_for("a word selected", lambda: Atspi.Text.get_n_selections(control) == 1)
+        self.drag_word(control, "ConsiderablyLongWord", "line0008")
+        self.wait_for_text(editor, "Recipe", "lineConsiderablyLongWord0008")
+        self.click_in(editor, "Update")
+        wait_for("the change on the page", lambda: "lineConsiderably" in self.page())
+        sides_now = [look[2] for look in self.looks() if look[0].startswith("line")]
+        self.assertEqual(sides_now, [side for _, side in lines])
+        self.assertEqual(self.book.close(), 0, self.book.output())
+
     def test_a_question_that_is_cancelled_deletes_nothing(self):
         self.create(self.TITLE)
         text = self.page()
