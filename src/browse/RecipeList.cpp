@@ -13,9 +13,14 @@ void RecipeList::RemoveFrom_lvwX2(std::int32_t RecipeToRemove) {
     if (!held && lines.Tag.find('*') == std::string::npos) return;
     // The favourites stand in the user's order, all other lists in that of the numbers.
     const bool sorted = main.strLastRecipeCategory != "MY FAVORITES";
-    main.VList[1].RemoveNum(RecipeToRemove, sorted);
-    int i = main.lists.SelectedLine(2);
-    if (i > main.VList[1].Count()) --i;
+    VirtualList& list = main.VList[1];
+    int i = BringBarTo(RecipeToRemove);
+    const std::int32_t stood = list.CurrentIndex;
+    list.RemoveNum(RecipeToRemove, sorted);
+    // It has made the place the first of the window, which is to stay, so that the recipe behind
+    // moves into the line.
+    list.CurrentIndex = stood;
+    if (i > list.Count()) --i;
     if (i < 1) i = 1;
     main.strSelectedKey[1] = std::to_string(i);
     ShowRecipesIn_lvwX2("same", 0, false, true);
@@ -26,6 +31,20 @@ void RecipeList::RemoveFrom_lvwX2(std::int32_t RecipeToRemove) {
     }
     Ignoring([&] { main.viewer.SetCurrentRecipe(ToLong(lines.Item(i).Tag)); });
     main.categories.SimulateChoiceClick("");
+}
+
+int RecipeList::BringBarTo(std::int32_t number) {
+    const std::string text = std::to_string(number);
+    main.strSelectedKey[1] = "k" + text;
+    main.lists.HighlightSelected(2, true);
+    int before = 0;
+    const ListView& lines = main.ui.lvwX2;
+    for (int line = 1; line <= lines.Count(); ++line) {
+        const std::string& tag = lines.Item(line).Tag;
+        if (tag == text) return line;
+        if (Val(tag) < number) ++before;
+    }
+    return before + 1;
 }
 
 // The caption is put together first: a label measures every text that it is given.

@@ -28,7 +28,8 @@ class RecipeList {
     bool ShowRecipesIn_lvwX2(std::string strNumbers, std::int32_t startPos, bool Reserved,
                              bool ForceReload);
 
-    // Takes a recipe out of the list on show, if it holds it, and goes to its neighbour.
+    // Takes a recipe out of the list on show, if it holds it, and goes to its neighbour: the one
+    // behind it, or the one before it where the window would not be full otherwise.
     void RemoveFrom_lvwX2(std::int32_t RecipeToRemove);
     // Writes the count of recipes; `strAppend` is "..." while it is not final.
     void ReportRecipesFound(const std::string& strAppend);
@@ -55,6 +56,9 @@ class RecipeList {
     bool ReadNumbers(Fill& fill);      // the same
     void StopGrowing();
     void Finish(const Fill& fill);
+    // Puts the bar on a recipe of the list, which is brought into the window for it. The line where
+    // it stands, or would stand: among all recipes a deleted one has none any more.
+    int BringBarTo(std::int32_t number);
     void WriteLine(int line, std::int32_t number, const std::string& title, int icon,
                    std::int32_t titleColor, const std::string& key, const std::string& tag);
 

@@ -169,6 +169,8 @@ TEST_F(RecipesOnShow, AnOrderThatIsGivenIsUsed) {
     EXPECT_EQ(ShownNumbers().front(), Fit2 - 2);
     Recipes().SortListBy(2, 1);
     EXPECT_EQ(ShownNumbers().front(), Fit2 - 2);
+    Recipes().SortListBy(2, 0);
+    EXPECT_EQ(ShownNumbers().front(), 1) << "and is turned round by the next click";
 }
 
 TEST_F(RecipesOnShow, SortingTouchesOnlyTheWindowAndTheNextFillUndoesIt) {
@@ -293,17 +295,81 @@ TEST_F(RecipesOnShow, OutsideTheFavouritesARecipeIsSearchedAsInASortedList) {
     EXPECT_EQ(ShownNumbers(), (Numbers{9, 4, 7, 1})) << "1 is not where it would be in order";
 }
 
-TEST_F(RecipesOnShow, RemovingFromTheMiddleOfALongListMovesTheWindowToThePlace) {
+TEST_F(RecipesOnShow, RemovingFromTheMiddleOfALongListLeavesTheWindowAndShowsTheNeighbour) {
     OpenWithKeys("LONG");
     Key(Qt::Key_PageDown);
-    Key(Qt::Key_Down);
-    const int gone = Fit2 + 2;
-    ASSERT_EQ(List(2).SelectedItem()->Tag, std::to_string(gone));
+    const int gone = Fit2 + 4;
+    PressLine(2, 4);
+    ASSERT_EQ(Main().viewer.CurrentRecipe(), gone);
     Recipes().RemoveFrom_lvwX2(gone);
-    EXPECT_EQ(Main().VList[1].CurrentIndex, gone);
-    EXPECT_EQ(ShownNumbers(), Range(gone + 1, gone + Fit2));
-    EXPECT_EQ(SelectedLine(2), 2) << "the bar keeps its row";
-    EXPECT_EQ(Main().viewer.CurrentRecipe(), gone + 2);
+    Numbers expected = Range(Fit2 + 1, 2 * Fit2 + 1);
+    std::erase(expected, gone);
+    EXPECT_EQ(ShownNumbers(), expected);
+    EXPECT_EQ(Main().VList[1].CurrentIndex, Fit2 + 1);
+    EXPECT_EQ(SelectedLine(2), 4) << "the bar keeps its row";
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), gone + 1);
+}
+
+TEST_F(RecipesOnShow, RemovingFromTheLastWindowShowsANeighbourToo) {
+    OpenWithKeys("LONG");
+    Key(Qt::Key_End);
+    const int gone = 2 * Fit2 + 4;
+    PressLine(2, 3);
+    ASSERT_EQ(Main().viewer.CurrentRecipe(), gone);
+    Recipes().RemoveFrom_lvwX2(gone);
+    EXPECT_EQ(SelectedLine(2), 3);
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), gone - 1) << "the window is full";
+}
+
+TEST_F(RecipesOnShow, RemovingARecipeFromWhichTheBarWasMovedShowsItsNeighbour) {
+    for (const char* category : {"SHORT", "LONG"}) {
+        ASSERT_TRUE(Start());
+        ClickCategory(category);
+        PressLine(2, 3);
+        Key(Qt::Key_Down);
+        Key(Qt::Key_Down);
+        Recipes().RemoveFrom_lvwX2(3);
+        EXPECT_EQ(Main().viewer.CurrentRecipe(), 4) << category;
+        EXPECT_EQ(List(2).SelectedItem()->Tag, "4") << category;
+        EXPECT_EQ(SelectedLine(2), 3) << category;
+    }
+}
+
+TEST_F(RecipesOnShow, RemovingARecipeThatWasScrolledAwayShowsItsNeighbour) {
+    ClickCategory("LONG");
+    PressLine(2, 3);
+    Wheel(2, 20);
+    ASSERT_TRUE(List(2).HideSelection());
+    Recipes().RemoveFrom_lvwX2(3);
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), 4);
+    EXPECT_EQ(List(2).SelectedItem()->Tag, "4");
+    EXPECT_FALSE(List(2).HideSelection());
+}
+
+TEST_F(RecipesOnShow, DeletingAmongAllRecipesShowsTheNeighbourWhereverTheBarIs) {
+    Book = CookBook();
+    Book.AddManyStock(5);
+    Book.AddManyOwn(5 * Fit2);
+    ASSERT_TRUE(Start());
+    const auto remove = [this](int recipe) {
+        ASSERT_EQ(Main().viewer.CurrentRecipe(), recipe);
+        Boxes.Then(Dialogs::Answer::Ok);
+        Main().ownRecipes.DeleteRecipe(recipe, true, false);
+    };
+    ClickCategory("ALL RECIPES");
+    Main().lists.ShowListItems(2, 5, false);
+    PressLine(2, 4);
+    Wheel(2, 20);
+    ASSERT_TRUE(List(2).HideSelection());
+    remove(8);
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), 9);
+    EXPECT_EQ(List(2).SelectedItem()->Tag, "9");
+    Focus(2);
+    Key(Qt::Key_Down);
+    Key(Qt::Key_Down);
+    remove(9);
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), 10);
+    EXPECT_EQ(List(2).SelectedItem()->Tag, "10");
 }
 
 TEST_F(RecipesOnShow, RemovingFromAllRecipesMakesTheListShorterByOne) {
