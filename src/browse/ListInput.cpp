@@ -61,7 +61,8 @@ void ListInput::MouseDown(std::int16_t Index, int Button, float Y) {
     } else {
         main.viewer.RecipeItemClick(list.Item(line), false);
     }
-    main.lists.RememberSelectedKey(Index);
+    // While the list filled, the wheel may have carried the bar away: another entry is on its line.
+    if (!list.HideSelection()) main.lists.RememberSelectedKey(Index);
 }
 
 void ListInput::MouseMove(std::int16_t Index, float Y) {

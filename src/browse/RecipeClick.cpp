@@ -29,6 +29,7 @@ void RecipeViewer::OpenLine(const ListItem& Item) {
         SetCurrentRecipe(number);
         main.pictureView.ShowCurRecipePicture();
     }
+    ++linesOpened_;
 }
 
 void RecipeViewer::PopUpMenuFor(std::int32_t number) {
@@ -91,7 +92,7 @@ void RecipeViewer::StepAndClick(bool forward) {
             RecipeItemClick(*line, true);
         }
     }
-    main.lists.RememberSelectedKey(k);
+    if (!list.HideSelection()) main.lists.RememberSelectedKey(k);
     Ignoring([&] { list.SetFocus(); });
 }
 

@@ -35,6 +35,8 @@ class RecipeViewer {
     // The title line: larger, and in the title colour.
     void FormatFirstLine(RichTextBox& rtb);
 
+    // How many recipes were opened from the list.
+    std::uint32_t LinesOpened() const { return linesOpened_; }
     // The click on a line of lvwX(2).
     void RecipeItemClick(ListItem& Item, bool Keyboard);
     // The next or previous line of the list that has the focus. Nothing at the list's end.
@@ -54,6 +56,7 @@ class RecipeViewer {
 
     frmMain& main;
     std::int32_t lngCurrentRecipe = 0;
+    std::uint32_t linesOpened_ = 0;
     std::string strLastClickedTag;
 };
 

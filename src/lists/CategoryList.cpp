@@ -84,16 +84,19 @@ void CategoryList::CategoryItemClick(ListItem& Item, bool Keyboard) {
     if (text != "ALL RECIPES WITH PICTURES") main.screen.ShowCategoryPage();
     main.strSelectedKey[1] = "1";
     const std::uint32_t before = main.search.RecipesByNumber();
+    const std::uint32_t opened = main.viewer.LinesOpened();
     const bool filled = main.recipes.ShowRecipesIn_lvwX2(numbers, 1, false, true);
     if (!filled || click != clicks_) return;
+    // Of a list that is held already nothing was reported.
+    main.recipes.ReportRecipesFound("");
+    // One that was opened while the list grew stays on view, and the user in the recipes.
+    if (main.viewer.LinesOpened() != opened) return;
     // A recipe that was asked for by its number meanwhile stays on view.
     ShowRecipesOf(text, main.search.RecipesByNumber() == before);
 }
 
 void CategoryList::ShowRecipesOf(const std::string& text, bool takeRecipe) {
     ListView& lines = main.ui.lvwX2;
-    // Of a list that is held already nothing was reported.
-    main.recipes.ReportRecipesFound("");
     lines.SetHideSelection(false);
     if (lines.Count() >= 1) main.lists.RememberSelectedKey(2);
     if (takeRecipe) TakeFirstRecipe(text);

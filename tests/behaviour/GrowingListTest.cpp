@@ -164,6 +164,60 @@ TEST_F(GrowingFill, NextFromTheCategoriesGoesToTheNextOfThem) {
     EXPECT_EQ(Main().viewer.CurrentRecipe(), 7);
 }
 
+TEST_F(GrowingFill, ARecipeThatWasOpenedMeanwhileStaysCurrentWhereverTheBarHasGone) {
+    Book.Numbers("ALL RECIPES WITH PICTURES") = NumbersFrom(1, 600);
+    ASSERT_TRUE(Start());
+    const std::function<void()> moves[] = {[&] { Key(Qt::Key_Down); }, [&] { Wheel(2, 5); }};
+    for (const char* category : {"BIG", "ALL RECIPES WITH PICTURES"}) {
+        for (const auto& move : moves) {
+            looked_ = false;
+            std::string bar;
+            LookAt(3 * Fit(2) + 20, [&] {
+                PressLine(2, 4);
+                move();
+                bar = Main().strSelectedKey[1];
+                Main().ui.rtbSee.SetText("untouched");
+            });
+            ClickCategory(category);
+            EXPECT_TRUE(looked_);
+            EXPECT_EQ(Main().VList[1].Count(), 600);
+            EXPECT_EQ(Main().viewer.CurrentRecipe(), 4) << category;
+            EXPECT_EQ(Main().ui.lblRecipeNum.Caption(), "# 4");
+            EXPECT_EQ(Main().ui.rtbSee.Text(), "untouched");
+            EXPECT_EQ(Main().strSelectedKey[1], bar);
+            EXPECT_NE(FocusedName(), "lvwX_1") << "the user is in the recipes";
+            ClickCategory("MY FAVORITES");
+        }
+    }
+}
+
+TEST_F(GrowingFill, TheCategoryKeepsItsBarThoughItWasScrolledAwayMeanwhile) {
+    for (int i = 1; i <= 40; ++i)
+        Book.Numbers("MORE " + std::to_string(i)) = " 1 ";
+    ASSERT_TRUE(Start());
+    const auto open = [&] { ClickCategory("BIG"); };
+    const auto stepTo = [&] {
+        Focus(1);
+        Key(Qt::Key_N, Qt::AltModifier);
+    };
+    for (const bool recipeOpened : {false, true}) {
+        for (const auto& fill : {std::function<void()>(open), std::function<void()>(stepTo)}) {
+            ClickCategory("ALL RECIPES");
+            looked_ = false;
+            LookAt(3 * Fit(2), [&] {
+                if (recipeOpened) PressLine(2, 4);
+                Wheel(1, 5);
+                ASSERT_TRUE(List(1).HideSelection());
+            });
+            fill();
+            EXPECT_TRUE(looked_);
+            EXPECT_EQ(Main().strSelectedKey[0], "     BIG");
+            Focus(1);
+            EXPECT_EQ(List(1).SelectedItem()->Key(), "     BIG");
+        }
+    }
+}
+
 TEST_F(GrowingFill, BeforeTheFirstScreenfulTheRecipesOfTheListBeforeCannotBeOpened) {
     Book.Numbers("OLD") = " 501 502 503 ";
     ASSERT_TRUE(Start());
