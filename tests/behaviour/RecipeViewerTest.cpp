@@ -89,6 +89,7 @@ TEST_F(Viewer, ZeroAndMinusOneAreAllowedAndBlankTheLabel) {
         It().SetCurrentRecipe(number);
         EXPECT_EQ(It().CurrentRecipe(), number);
         EXPECT_EQ(Label(), "");
+        EXPECT_EQ(Main().ui.lblRecipeNum.ToolTipText(), "");
         EXPECT_EQ(Main().ui.ibRecipeButton.ButtonState(), ImageButton::Disabled);
         EXPECT_EQ(Main().ui.ibPhotoButton.ButtonState(), ImageButton::Disabled);
     }
