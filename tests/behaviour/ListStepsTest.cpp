@@ -192,12 +192,15 @@ TEST_F(Steps, EndGoesToTheLastRecipeAndHomeToTheFirst) {
     }
 }
 
-TEST_F(Steps, HomeFindsTheFirstLineWhenTheBarWasScrolledAway) {
+TEST_F(Steps, HomeAndEndWorkFromTheMiddleOfTheWindow) {
     OpenWithKeys("LONG");
     Press(Qt::Key_End);
     Press(Qt::Key_Up, 2);
     Press(Qt::Key_Home);
     ExpectBar(1, 1);
+    Press(Qt::Key_Down, 2);
+    Press(Qt::Key_End);
+    ExpectBar(3 * Fit2 + 1, Fit2);
 }
 
 TEST_F(Steps, KeysInAnEmptyListDoNothing) {

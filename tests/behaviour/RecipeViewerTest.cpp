@@ -475,7 +475,5 @@ TEST_F(Viewer, NextAndBackInAnEmptyListDoNothing) {
     EXPECT_FALSE(Box().Visible());
 }
 
-// Lists longer than the window.
-
 }  // namespace
 }  // namespace larder::test

@@ -16,6 +16,9 @@ class ListRecorder : public GrowingListObserver {
     std::function<void()> OnEvents = [] {};
     std::function<void()> OnShowSame = [] {};
     std::function<bool(const std::string&)> Pictures = [](const std::string&) { return false; };
+    std::function<std::string(std::int32_t)> Titles = [](std::int32_t num) {
+        return "Title " + std::to_string(num);
+    };
     std::vector<std::string> Log;
 
     std::int16_t LinesOnScreen() const override { return Lines; }
@@ -23,9 +26,7 @@ class ListRecorder : public GrowingListObserver {
     bool HasPicture(const std::string& strRecipeNum) const override {
         return Pictures(strRecipeNum);
     }
-    std::string GetRecipeTitle(std::int32_t recipeNum) override {
-        return "Title " + std::to_string(recipeNum);
-    }
+    std::string GetRecipeTitle(std::int32_t recipeNum) override { return Titles(recipeNum); }
     bool IsGone(std::int32_t /*recipeNum*/) override { return true; }
     void ShowSame() override {
         Log.push_back("same");

@@ -141,6 +141,8 @@ TEST_F(NumsClassTest, WritingCountMakesTheListVirtual) {
     EXPECT_EQ(recorder.Log, std::vector<std::string>{"done "});
     EXPECT_EQ(list.NumsToString(), "");
     EXPECT_EQ(list.BinarySearch(5, 1, 20000), 0) << "there are no numbers to search";
+    EXPECT_EQ(Ignoring([&] { list.Item(1); }), failure::TypeMismatch);
+    EXPECT_EQ(list.NextCustomRecipeNum(true), -1);
 }
 
 TEST_F(NumsClassTest, GetNextWalksToTheEndAndThenGivesNothing) {

@@ -106,6 +106,15 @@ TEST_F(VirtualListTest, AddRecipeTakesTitleAndPictureFromTheNumber) {
     EXPECT_FALSE(list.Peek(2)->Bold);
 }
 
+TEST_F(VirtualListTest, ARecipeWithoutATitleStaysOutWhenItIsToldSo) {
+    recorder.Titles = [](std::int32_t num) { return num == 8 ? "" : "Eel"; };
+    EXPECT_TRUE(list.AddRecipe(7, true));
+    EXPECT_FALSE(list.AddRecipe(8, true));
+    EXPECT_EQ(list.AllNums(), " 7 ");
+    EXPECT_TRUE(list.AddRecipe(8));
+    EXPECT_EQ(list.Peek(2)->Text, "");
+}
+
 // Item
 
 TEST_F(VirtualListTest, ItemByPlaceMovesCurrentIndexAndPeekDoesNot) {
