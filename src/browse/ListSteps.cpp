@@ -56,7 +56,7 @@ void ListSteps::FlipDown(std::int16_t Index, bool Keyboard) {
     const std::int32_t lines = main.LinesInList[Element(Index)];
     int s = 0;
     if (Keyboard) {
-        s = main.lists.SelectedLine(Index);
+        s = MaxOf(main.lists.SelectedLine(Index), 1);
         if (list.CurrentIndex + lines + s - 1 > list.Count()) s = main.ui.lvwX(Index).Count();
         ForgetSelection(Index);
     }
@@ -73,7 +73,7 @@ void ListSteps::FlipUp(std::int16_t Index, bool Keyboard) {
     const std::int32_t lines = main.LinesInList[Element(Index)];
     int s = 0;
     if (Keyboard) {
-        s = main.lists.SelectedLine(Index);
+        s = MaxOf(main.lists.SelectedLine(Index), 1);
         if (list.CurrentIndex - lines + s - 1 < 1) s = 1;
         ForgetSelection(Index);
     }

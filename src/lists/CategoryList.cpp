@@ -6,6 +6,16 @@
 
 namespace larder {
 
+namespace {
+
+// The page of a category, while its list was filled, was given up for a recipe.
+bool LeftItsPage(const frmMain& main, const std::string& text) {
+    return text != "ALL RECIPES WITH PICTURES" && !main.screen.EncyclopediaMode() &&
+           (main.ui.rtbSee.Visible() || main.ui.frPic.Visible());
+}
+
+}  // namespace
+
 void CategoryList::ShowItemsInLvw1(std::int32_t startPos, bool ForceReload) {
     VirtualList& list = main.VList[0];
     ListView& lines = main.ui.lvwX1;
@@ -89,8 +99,8 @@ void CategoryList::CategoryItemClick(ListItem& Item, bool Keyboard) {
     if (!filled || click != clicks_) return;
     // Of a list that is held already nothing was reported.
     main.recipes.ReportRecipesFound("");
-    // One that was opened while the list grew stays on view, and the user in the recipes.
-    if (main.viewer.LinesOpened() != opened) return;
+    // A recipe that was opened while the list grew stays on view, and the user with it.
+    if (main.viewer.LinesOpened() != opened || LeftItsPage(main, text)) return;
     // A recipe that was asked for by its number meanwhile stays on view.
     ShowRecipesOf(text, main.search.RecipesByNumber() == before);
 }

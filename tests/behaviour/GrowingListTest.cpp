@@ -191,6 +191,18 @@ TEST_F(GrowingFill, ARecipeThatWasOpenedMeanwhileStaysCurrentWhereverTheBarHasGo
     }
 }
 
+TEST_F(GrowingFill, ARecipeThatAButtonShowedMeanwhileStaysCurrent) {
+    ClickCategory("ALL RECIPES");
+    PressLine(2, 7);
+    LookAt(3 * Fit(2), [&] { Click("ibRecipeButton"); });
+    ClickCategory("BIG");
+    EXPECT_TRUE(looked_);
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), 7);
+    EXPECT_EQ(Main().ui.rtbSee.Text().substr(0, 14), "Stock recipe 7");
+    EXPECT_TRUE(Main().ui.rtbSee.Visible());
+    EXPECT_EQ(SelectedLine(2), 1);
+}
+
 TEST_F(GrowingFill, TheCategoryKeepsItsBarThoughItWasScrolledAwayMeanwhile) {
     for (int i = 1; i <= 40; ++i)
         Book.Numbers("MORE " + std::to_string(i)) = " 1 ";

@@ -168,6 +168,18 @@ TEST_F(Steps, PageUpInAListThatFitsGoesToItsFirstRecipe) {
     }
 }
 
+// As when the window has become too small for it while the list waited for the focus.
+TEST_F(Steps, APageMakesABarWhereThereIsNone) {
+    OpenWithKeys("LONG");
+    List(2).ClearSelection();
+    Press(Qt::Key_PageDown);
+    ExpectBar(Fit2 + 1, 1);
+    Press(Qt::Key_PageDown);
+    List(2).ClearSelection();
+    Press(Qt::Key_PageUp);
+    ExpectBar(Fit2 + 1, 1);
+}
+
 TEST_F(Steps, EndGoesToTheLastRecipeAndHomeToTheFirst) {
     const struct {
         const char* category;
