@@ -94,6 +94,9 @@ void RecipeFinder::FindRecipes(std::string& strWhat) {
         colList.push_back(std::move(term));
     if (colList.empty()) return surroundings_.ShowResult(false, false);
 
+    // One answer counts for all that this search reads, the recipe that it opens included.
+    const RecipeStore::OneDiscQuestion asksOnce(store_,
+                                                RecipeStore::OneDiscQuestion::Of::TitlesAndBodies);
     list_.ClearAll();
     const Hold mine = Held();
     std::string strFound;
@@ -155,10 +158,16 @@ bool RecipeFinder::AddMatches(const std::vector<std::string>& colList, std::stri
         Ignoring([&] {
             if (match && AddFound(ToLong(number))) strFound += " " + number + " ";
         });
-        surroundings_.LetEventsRun();
-        if (Held() != mine) return false;
+        if (!LetEventsRun(mine)) return false;
     }
     return true;
+}
+
+bool RecipeFinder::LetEventsRun(const Hold& mine) {
+    // What the user does meanwhile asks for the disc by itself.
+    const RecipeStore::OneDiscQuestion asksAfresh(store_);
+    surroundings_.LetEventsRun();
+    return Held() == mine;
 }
 
 // A deleted recipe, which the index still knows, is no hit.
@@ -190,8 +199,7 @@ std::string RecipeFinder::FindInCustomRecipes(const std::string& strWhat,
                 result += std::to_string(number) + " ";
             }
         });
-        surroundings_.LetEventsRun();
-        if (Held() != mine) break;
+        if (!LetEventsRun(mine)) break;
     }
     return result == " " ? std::string() : result;
 }

@@ -38,7 +38,8 @@ class FindSurroundings {
 
 // Evaluates word queries into the recipe list: every word of the query must stand in a recipe.
 // Stock recipes are found through the word index, the user's own by reading each. Searches show no
-// errors: a word whose look-up fails counts as if it were not in the query.
+// errors: a word whose look-up fails counts as if it were not in the query. A disc that is out is
+// asked for until the user gives up, and then no more in this search.
 class RecipeFinder {
   public:
     // All outlive the finder. `list` receives the result; its ticket cancels a running search.
@@ -76,6 +77,7 @@ class RecipeFinder {
         bool operator==(const Hold&) const = default;
     };
     Hold Held() const { return {ticket_.Value(), list_.Generation()}; }
+    bool LetEventsRun(const Hold& mine);  // false when the search was cancelled
 
     RecipeStore& store_;
     WordIndex& index_;

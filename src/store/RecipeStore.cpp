@@ -158,7 +158,7 @@ std::string RecipeStore::GetRecipeRTF(std::int32_t RecipeNum) {
     try {
         const auto read = [this](const Place& place) { return ReadBody(place); };
         const auto ask = [this](const std::string& description) {
-            return question_.AskOkCancel(description + insertDisc);
+            return AskForDisc(&Questions::Bodies, description);
         };
         return ReadAskingForDisc(PlaceOf(RecipeNum), read, ask).value_or("");
     } catch (const Failure& f) {
@@ -170,7 +170,9 @@ std::string RecipeStore::GetRecipeRTF(std::int32_t RecipeNum) {
 FoundTitle RecipeStore::LookUpTitle(std::int32_t RecipeNum) {
     try {
         const auto read = [this](const Place& place) { return ReadTitle(place); };
-        const auto ask = [this](const std::string&) { return AskForTitle(); };
+        const auto ask = [this](const std::string&) {
+            return AskForDisc(&Questions::Titles, "Can't get recipe.");
+        };
         std::optional<std::string> title = ReadAskingForDisc(PlaceOf(RecipeNum), read, ask);
         if (!title) return {noDisc, TitleIs::Unreadable};
         const TitleIs is = title->empty() ? TitleIs::Gone : TitleIs::There;
@@ -183,10 +185,13 @@ FoundTitle RecipeStore::LookUpTitle(std::int32_t RecipeNum) {
     }
 }
 
-bool RecipeStore::AskForTitle() {
-    if (titles_ == Titles::GivenUp) return false;
-    if (question_.AskOkCancel(std::string("Can't get recipe.") + insertDisc)) return true;
-    if (titles_ == Titles::AskOnce) titles_ = Titles::GivenUp;
+bool RecipeStore::AskForDisc(Asking Questions::*read, const std::string& what) {
+    if (questions_.*read == Asking::GivenUp) return false;
+    if (question_.AskOkCancel(what + insertDisc)) return true;
+    if (questions_.*read == Asking::Each) return false;
+    for (Asking Questions::*each : {&Questions::Titles, &Questions::Bodies}) {
+        if (questions_.*each == Asking::Once) questions_.*each = Asking::GivenUp;
+    }
     return false;
 }
 

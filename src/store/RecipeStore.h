@@ -38,24 +38,31 @@ struct FoundTitle {
 // as the answer is OK; a file that stays closed although it was opened again counts as that too.
 // Whatever stands in the files, a read takes no more memory than they are long.
 class RecipeStore {
-    // What a title that cannot be reached does about the disc.
-    enum class Titles { AskEach, AskOnce, GivenUp };
+    // What a read that cannot reach its storage does about the disc.
+    enum class Asking { Each, Once, GivenUp };
+    struct Questions {
+        Asking Titles = Asking::Each;
+        Asking Bodies = Asking::Each;
+    };
 
   public:
-    // For reading many titles, as a list that is filled does. While one lives, a user who has given
-    // up on the disc is not asked again for each title that follows; an inner one begins afresh.
+    // For reading many recipes, as a list that is filled does. While one lives, a user who has
+    // given up on the disc is not asked again for each title that follows, nor, for who reads the
+    // bodies too, for each body. An inner one begins afresh.
     class OneDiscQuestion {
       public:
-        explicit OneDiscQuestion(RecipeStore& store) : store_(store), outer_(store.titles_) {
-            store_.titles_ = Titles::AskOnce;
+        enum class Of { Titles, TitlesAndBodies };
+        explicit OneDiscQuestion(RecipeStore& store, Of reads = Of::Titles)
+            : store_(store), outer_(store.questions_) {
+            store_.questions_ = {Asking::Once, reads == Of::Titles ? Asking::Each : Asking::Once};
         }
-        ~OneDiscQuestion() { store_.titles_ = outer_; }
+        ~OneDiscQuestion() { store_.questions_ = outer_; }
         OneDiscQuestion(const OneDiscQuestion&) = delete;
         OneDiscQuestion& operator=(const OneDiscQuestion&) = delete;
 
       private:
         RecipeStore& store_;
-        Titles outer_;
+        Questions outer_;
     };
 
     // All three outlive the store; the paths may still be assigned until the files are opened.
@@ -121,7 +128,7 @@ class RecipeStore {
 
     template <typename Read, typename Ask>
     std::optional<std::string> ReadAskingForDisc(const Place& place, Read&& read, Ask&& ask);
-    bool AskForTitle();
+    bool AskForDisc(Asking Questions::*read, const std::string& what);
     void OpenIndex(const RecipePair& pair);
     std::int32_t CountRecords(const RecipePair& pair);
     bool ReopenAfter(const Failure& failure, const Place& place);
@@ -130,7 +137,7 @@ class RecipeStore {
     const DataPaths& paths_;
     DiscQuestion& question_;
     std::int32_t TotalRecipes_ = 0;
-    Titles titles_ = Titles::AskEach;
+    Questions questions_;
 };
 
 }  // namespace larder

@@ -4,9 +4,10 @@
 #include <QWidget>
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "app/frmMain.h"
-#include "behaviour/support/MainWindowFixture.h"
+#include "behaviour/support/SearchBook.h"
 #include "platform/Failure.h"
 #include "store/FileNumbers.h"
 
@@ -84,6 +85,48 @@ TEST_F(FillWithoutDisc, TheListOfAllRecipesIsOffTheScreenWhileItIsAskedFor) {
     EXPECT_FALSE(Waits());
     EXPECT_EQ(ShownNumbers(), Range(1, Fit(2)));
     EXPECT_EQ(Main().ui.lblFound.Caption(), "62 recipes found ");
+}
+
+// A search whose hits lie on the disc that is out; the index is on the hard disk.
+class FindWithoutDisc : public SearchBook {
+  protected:
+    void SetUp() override {
+        AddSmallBook();
+        ASSERT_TRUE(StartWithIndex());
+        OpenDialog();
+        Main().files.Watch([this](const NumberedFiles::Access& access) {
+            const bool touches = access.Kind == "read" || access.Kind == "open";
+            if (gone_ && touches && access.Number == filenumber::Recipes) {
+                throw Failure(failure::PathAccess, "test");
+            }
+        });
+        Boxes.Shown.clear();
+    }
+    void TearDown() override { Main().files.Watch(nullptr); }
+    bool gone_ = true;
+};
+
+TEST_F(FindWithoutDisc, OneCancelCountsForTheListAndTheRecipeThatItOpens) {
+    FindWords("salmon");
+    ASSERT_EQ(Boxes.Shown.size(), 1U);
+    EXPECT_EQ(Boxes.Shown[0].Text, "Can't get recipe.\rPlease, make sure the CD is in the drive.");
+    EXPECT_EQ(ShownNumbers(), (std::vector<int>{1, 2, 4, 5, 6, 7}));
+    EXPECT_EQ(Shown(2).front(), "No Disk Error");
+    EXPECT_EQ(Shown(2).back(), "My Salmon");
+    EXPECT_EQ(Found(), "6 recipes found ");
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), 1);
+    EXPECT_EQ(Main().ui.rtbSee.Text(), "");
+    PressLine(2, 2);
+    EXPECT_GT(Boxes.Shown.size(), 1U) << "a recipe that is opened afterwards asks again";
+}
+
+TEST_F(FindWithoutDisc, WithTheDiscBackTheListAndTheRecipeAreThere) {
+    Boxes.Then(Dialogs::Answer::Ok);
+    Boxes.Then(Dialogs::Answer::Ok, [this] { gone_ = false; });
+    FindWords("salmon dill");
+    EXPECT_EQ(Boxes.Shown.size(), 2U);
+    EXPECT_EQ(Shown(2), (std::vector<std::string>{"Salmon Steaks", "Smoked Trout", "My Salmon"}));
+    EXPECT_TRUE(Main().ui.rtbSee.Text().starts_with("Salmon Steaks"));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/Failure.h"
 #include "store/FileNumbers.h"
 #include "support/SearchScene.h"
 
@@ -220,6 +221,67 @@ TEST_F(RecipeFinderTest, AnOwnRecipeThatCannotBeReadIsNoHit) {
     const std::string found = scene.Find("salmon");
     EXPECT_EQ(found.find(" 22 "), std::string::npos) << found;
     EXPECT_NE(found.find(" 1 2 5 9 12 "), std::string::npos) << found;
+}
+
+// The index lies on the hard disk and knows of recipes whose disc is out of its drive.
+class FinderWithoutDisc : public RecipeFinderTest {
+  protected:
+    void TakeAway(int number) {
+        scene.Data.Files.Watch([this, number](const NumberedFiles::Access& access) {
+            const bool touches = access.Kind == "read" || access.Kind == "open";
+            if (gone && touches && access.Number == number) {
+                throw Failure(failure::PathAccess, "test");
+            }
+        });
+    }
+    void TearDown() override { scene.Data.Files.Watch(nullptr); }
+    std::size_t Asked() const { return scene.Disc.Asked.size(); }
+
+    bool gone = true;
+};
+
+TEST_F(FinderWithoutDisc, OneCancelCountsForTheWholeSearch) {
+    TakeAway(filenumber::Recipes);
+    EXPECT_EQ(scene.Find("salmon"), " 1 2 5 9 12 21 24 ");
+    EXPECT_EQ(Asked(), 1U);
+    EXPECT_EQ(scene.List.Peek(5)->Text, "No Disk Error");
+    EXPECT_EQ(scene.List.Peek(6)->Text, "My Salmon and Dill") << "what can be read is read";
+}
+
+TEST_F(FinderWithoutDisc, OneCancelCountsForTheOwnRecipesToo) {
+    TakeAway(filenumber::CustomRecipes);
+    EXPECT_EQ(scene.Find("salmon"), " 1 2 5 9 12 ");
+    EXPECT_EQ(Asked(), 1U);
+    EXPECT_EQ(scene.TextsRead, 4) << "each is tried";
+}
+
+TEST_F(FinderWithoutDisc, OkWithTheDiscInItsDriveReadsOn) {
+    TakeAway(filenumber::Recipes);
+    scene.Disc.ThenOk([this] { gone = false; });
+    EXPECT_EQ(scene.Find("salmon"), " 1 2 5 9 12 21 24 ");
+    EXPECT_EQ(Asked(), 1U);
+    EXPECT_EQ(scene.List.Peek(1)->Text, "Stock 1");
+}
+
+TEST_F(FinderWithoutDisc, TheNextSearchAsksAgain) {
+    TakeAway(filenumber::Recipes);
+    scene.Find("salmon");
+    scene.Find("dill");
+    EXPECT_EQ(Asked(), 2U);
+}
+
+TEST_F(FinderWithoutDisc, WhatTheUserOpensMeanwhileAsksByItself) {
+    TakeAway(filenumber::Recipes);
+    std::size_t before = 0;
+    scene.OnEvents = [&] {
+        if (scene.List.Count() != 2) return;
+        before = Asked();
+        scene.Store.GetRecipeRTF(3);
+        EXPECT_EQ(Asked(), before + 1);
+    };
+    scene.Find("salmon");
+    EXPECT_EQ(before, 1U);
+    EXPECT_EQ(Asked(), 2U) << "the search goes on without another question";
 }
 
 TEST_F(RecipeFinderTest, EventsRunAfterEveryNumber) {

@@ -374,6 +374,15 @@ TEST_F(RecipeStoreTest, WithinOneDiscQuestionACancelCountsForTheTitlesThatFollow
     EXPECT_EQ(disc.Asked.size(), 5u);
 }
 
+TEST_F(RecipeStoreTest, ACancelCountsForTitlesAndBodiesWhereBothAreRead) {
+    Start();
+    TakeAway(1);
+    using Question = RecipeStore::OneDiscQuestion;
+    const Question both(store, Question::Of::TitlesAndBodies);
+    EXPECT_TRUE(store.GetRecipeRTF(1).empty() && store.GetRecipeTitle(2) == "No Disk Error");
+    EXPECT_EQ(disc.Asked, std::vector<std::string>{deviceQuestion});
+}
+
 TEST_F(RecipeStoreTest, OkWithTheDiscBackInTheDriveReadsOn) {
     Start();
     TakeAway(1);
