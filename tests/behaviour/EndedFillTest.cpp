@@ -77,6 +77,22 @@ TEST_F(EndedFill, ClosingTheWindowOpensNothingMore) {
     }
 }
 
+TEST_F(EndedFill, ClosingTheWindowDuringASearchOpensNothingMore) {
+    int countAtClose = 0;
+    int accesses = 0;
+    Later([&] {
+        countAtClose = Main().VList[1].Count();
+        Main().ui.window.Close();
+        Main().files.Watch([&](const NumberedFiles::Access&) { ++accesses; });
+    });
+    FindWords("fish");
+    EXPECT_GT(countAtClose, 0);
+    EXPECT_EQ(Main().VList[1].Count(), countAtClose);
+    EXPECT_EQ(Current(), 5);
+    EXPECT_EQ(accesses, 0);
+    EXPECT_TRUE(Boxes.Shown.empty());
+}
+
 TEST_F(EndedFill, AFindByWordsOwnsTheList) {
     At(100, [&] { FindWords("leek"); });
     ClickCategory("ALL RECIPES WITH PICTURES");

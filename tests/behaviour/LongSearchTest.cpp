@@ -166,14 +166,15 @@ TEST_F(LongSearch, TheFirstScreenfulIsThereBeforeTheSearchHasEnded) {
     EXPECT_TRUE(caption.ends_with("...")) << caption;
 }
 
-// Recipes 1 to 200 hold one word and 150 to 400 another: a search for both looks at many numbers
-// before its first hit, and events run meanwhile.
+// Recipes 1 to 200 hold one word, and others begin at 120 and at 150: a search for two of them
+// looks at many numbers before its first hit, and events run meanwhile.
 class LateHits : public SearchBook {
   protected:
     void SetUp() override {
         for (int i = 1; i <= 400; ++i) {
-            AddStock("Fish " + std::to_string(i),
-                     std::string(i <= 200 ? "Alder " : "") + (i >= 150 ? "birch" : ""));
+            AddStock("Fish " + std::to_string(i), std::string(i <= 200 ? "Alder " : "") +
+                                                      (i >= 120 ? "cedar " : "") +
+                                                      (i >= 150 ? "birch" : ""));
         }
         ASSERT_TRUE(StartWithIndex());
         OpenDialog();
@@ -181,6 +182,24 @@ class LateHits : public SearchBook {
     static bool Waits(const Window& window) {
         return window.Native()->cursor().shape() == Qt::WaitCursor;
     }
+    // Presses Esc while the search runs, as soon as it has that many hits.
+    void EscapeAt(int hits) {
+        Later([this, hits] {
+            if (Main().VList[1].Count() < hits) return EscapeAt(hits);
+            hitsAtEscape = Main().VList[1].Count();
+            EXPECT_FALSE(List(2).Visible()) << "or this would show nothing";
+            Press(Qt::Key_Escape);
+        });
+    }
+    // The list on the screen is what there was of it.
+    void ExpectAtRest() {
+        EXPECT_FALSE(DialogShown());
+        EXPECT_TRUE(List(2).Visible());
+        EXPECT_FALSE(Waits(Main().ui.window));
+        EXPECT_EQ(Main().VList[1].Count(), hitsAtEscape);
+        EXPECT_EQ(Found(), std::to_string(hitsAtEscape) + " recipes found ");
+    }
+    int hitsAtEscape = -1;
 };
 
 TEST_F(LateHits, AreWaitedForWithTheBusyLook) {
@@ -202,6 +221,26 @@ TEST_F(LateHits, AreWaitedForWithTheBusyLook) {
     EXPECT_TRUE(List(2).Visible());
     EXPECT_FALSE(Waits(Main().ui.window));
     EXPECT_FALSE(Waits(Dialog().window));
+}
+
+TEST_F(LateHits, ThatAreNotWaitedForLeaveAnEmptyListOnTheScreen) {
+    const std::int32_t before = Main().viewer.CurrentRecipe();
+    EscapeAt(0);
+    FindWords("alder birch");
+    EXPECT_EQ(hitsAtEscape, 0);
+    ExpectAtRest();
+    EXPECT_EQ(List(2).Count(), 0);
+    EXPECT_EQ(List(2).Tag, "");
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), before);
+}
+
+TEST_F(LateHits, FewerThanTheScreenTakesAreShownWhenTheSearchIsCancelled) {
+    EscapeAt(1);
+    FindWords("alder cedar");
+    ASSERT_GT(hitsAtEscape, 0);
+    ASSERT_LT(hitsAtEscape, Fit(2));
+    ExpectAtRest();
+    EXPECT_EQ(ShownNumbers(), Range(120, 119 + hitsAtEscape));
 }
 
 // Titles are read ahead between two looks at the events, not beyond one.
