@@ -16,6 +16,14 @@ namespace {
 constexpr std::uint32_t FirstLook = 64;
 constexpr std::chrono::milliseconds LongestWait{15};
 
+// A number that is pasted may bring the end of its line or cell.
+std::string WithoutLineEnds(const std::string& text) {
+    constexpr const char* ends = " \t\r\n";
+    const std::size_t from = text.find_first_not_of(ends);
+    if (from == std::string::npos) return {};
+    return text.substr(from, text.find_last_not_of(ends) - from + 1);
+}
+
 }  // namespace
 
 RecipeSearch::RecipeSearch(frmMain& hub)
@@ -64,9 +72,10 @@ void RecipeSearch::FindByNumber(const std::string& text) {
     NameTheList();
     const std::int32_t last = main.store.TotalNumRecords;
     std::int32_t number = main.viewer.CurrentRecipe();  // for a text that is no number
-    if (IsNumeric(text)) {
+    const std::string typed = WithoutLineEnds(text);
+    if (IsNumeric(typed)) {
         number = last == std::numeric_limits<std::int32_t>::max() ? 0 : last + 1;
-        Ignoring([&] { number = ToLong(text); });  // fails when it is too long
+        Ignoring([&] { number = ToLong(typed); });  // fails when it is too long
     }
     Ignoring([&] { main.viewer.SetCurrentRecipe(number); });
     if (number < 1 || number > last) {

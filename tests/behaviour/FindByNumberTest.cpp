@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QClipboard>
+#include <QImage>
+#include <QString>
 #include <string>
 #include <vector>
 
@@ -27,6 +31,32 @@ TEST_F(ByNumber, ANumberShowsItsRecipeAndLeavesTheList) {
     EXPECT_EQ(ShownNumbers(), before);
     EXPECT_EQ(Main().ui.lblCategory.Caption(), "SEARCH");
     EXPECT_EQ(Main().strLastRecipeCategory, "SEARCH");
+}
+
+TEST_F(ByNumber, ARecipeWithAPictureOpensOnItAsItDoesAmongTheWords) {
+    QImage photo(80, 60, QImage::Format_RGB32);
+    photo.fill(Qt::blue);
+    ASSERT_TRUE(photo.save(QString::fromStdString(Folder.Native("Data/Food Photos/3.bmp"))));
+    const auto pictureOnView = [&] {
+        return Main().ui.frPic.Visible() && !Main().ui.rtbSee.Visible();
+    };
+    FindNumber("3");
+    EXPECT_TRUE(pictureOnView());
+    FindNumber("2");
+    EXPECT_FALSE(pictureOnView());
+    Press(Qt::Key_W, Qt::AltModifier);
+    FindWords("sauce");
+    EXPECT_TRUE(pictureOnView());
+}
+
+TEST_F(ByNumber, ANumberPastedWithItsLineEndIsThatNumber) {
+    FindNumber("2");
+    QApplication::clipboard()->setText("3\n");
+    TypeAnew("");
+    Press(Qt::Key_V, Qt::ControlModifier);
+    ASSERT_EQ(Dialog().rtbSearch2.Text(), "3\r\n");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Current(), 3);
 }
 
 TEST_F(ByNumber, ANumberLeavesTheWordsOfTheLastSearch) {
