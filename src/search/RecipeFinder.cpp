@@ -138,6 +138,9 @@ std::vector<std::string> RecipeFinder::LookUpWords(const std::string& strWhat) {
     for (std::string& word : TokensOf(strWhat)) {
         if (IsStopWord(word)) continue;
         Ignoring([&] { terms.push_back(" " + index_.LookUpWord(word) + " "); });
+        // A word that no recipe has: nothing matches, whatever else is asked for. A long text that
+        // was pasted is not looked up word by word.
+        if (!terms.empty() && terms.back() == "  ") break;
     }
     return terms;
 }

@@ -46,6 +46,7 @@ TEST_F(RecipeFinderTest, AWordGivesItsStockRecipesAndThenTheOwn) {
 TEST_F(RecipeFinderTest, EveryWordMustMatch) {
     EXPECT_EQ(scene.Find("salmon dill"), " 2 5 9 21 24 ");
     EXPECT_EQ(scene.Find("dill salmon trout"), " 5 ");
+    EXPECT_EQ(scene.Finder.lngRecipesFound, 1) << "of the last search alone";
 }
 
 TEST_F(RecipeFinderTest, SalmonAndDillGivesTheStockRecipesOfSalmonCommaDill) {
@@ -80,6 +81,19 @@ TEST_F(RecipeFinderTest, AWordThatNoRecipeHasFindsNothing) {
     EXPECT_EQ(scene.Log, (Log{"hide guide art", "result"}));
 }
 
+TEST_F(RecipeFinderTest, BehindAWordThatNoRecipeHasNoneIsLookedUp) {
+    int lookUps = 0;
+    scene.Data.Files.Watch([&](const NumberedFiles::Access& access) {
+        if (access.Kind == "open" && access.Number == filenumber::SearchYDB) ++lookUps;
+    });
+    EXPECT_EQ(scene.Find("dill and unicorn salmon trout"), "");
+    EXPECT_EQ(lookUps, 2);
+    EXPECT_EQ(scene.Find("dill salmon trout"), " 5 ");
+    EXPECT_EQ(lookUps, 5);
+    EXPECT_EQ(scene.Find("my salmon dill"), " 21 ") << "own recipes are searched all the same";
+    scene.Data.Files.Watch(nullptr);
+}
+
 TEST_F(RecipeFinderTest, TheOrderIsThatOfTheShortestTermAndOwnRecipesBehind) {
     EXPECT_EQ(scene.Find("trout salmon"), " 5 12 ");
     EXPECT_EQ(scene.Find("trout"), " 7 5 12 ");
@@ -97,6 +111,7 @@ TEST_F(RecipeFinderTest, WordsAreFoundInWhateverCase) {
 
 TEST_F(RecipeFinderTest, OwnRecipesMatchWholeWords) {
     EXPECT_EQ(scene.Find("salmons"), " 22 ");
+    EXPECT_EQ(scene.Log.back(), "result, found") << "though no stock recipe has the word";
 }
 
 TEST_F(RecipeFinderTest, DelimitersInTheQueryBecomeBlanksInPlace) {
@@ -148,6 +163,18 @@ TEST_F(RecipeFinderTest, OnlyTheListIsSearchedWhenAsked) {
     EXPECT_EQ(scene.TextsRead, 2);
 }
 
+TEST_F(RecipeFinderTest, TheLastStockRecipeOfALongListIsFoundBeforeItsOwnOnes) {
+    ShowOnly(" 1 2 3 4 5 21 ");
+    EXPECT_EQ(scene.Find("dill"), " 2 4 5 21 ") << "dill is the shortest term";
+}
+
+TEST_F(RecipeFinderTest, EachListIsCutByItself) {
+    ShowOnly(" 2 5 21 22 ");
+    EXPECT_EQ(scene.Find("salmon"), " 2 5 21 ");
+    ShowOnly(" 2 9 21 24 ");
+    EXPECT_EQ(scene.Find("salmon"), " 2 9 21 24 ");
+}
+
 TEST_F(RecipeFinderTest, AListWithoutOwnRecipesReadsNone) {
     ShowOnly(" 2 3 5 ");
     EXPECT_EQ(scene.Find("salmon"), " 2 5 ");
@@ -183,6 +210,14 @@ TEST_F(RecipeFinderTest, FavouritesKeepTheOrderOfTheUser) {
     scene.Favorites = true;
     ShowOnly(" 12 24 9 21 2 ");
     EXPECT_EQ(scene.Find("salmon"), " 12 9 2 24 21 ");
+}
+
+TEST_F(RecipeFinderTest, TheLastOfTheStockAmongTheFavouritesIsNoOwnRecipe) {
+    scene.WriteIndex({{"cod", "12 20"}});
+    scene.Favorites = true;
+    ShowOnly(" 12 20 ");
+    EXPECT_EQ(scene.Find("cod"), " 12 20 ");
+    EXPECT_EQ(scene.TextsRead, 0);
 }
 
 TEST_F(RecipeFinderTest, FavouritesThatAreAllOwnReadThoseAlone) {
