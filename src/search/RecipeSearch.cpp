@@ -122,6 +122,8 @@ void RecipeSearch::ShowResult(bool searched, bool found) {
     if (searched) {
         main.strSelectedKey[1] = "1";
         main.recipes.ShowRecipesIn_lvwX2("same", 1, false, true);
+        // The bar of the list before may not have been among the first hits.
+        if (main.lists.FocusDivertedFrom() == 2) main.lists.ReturnFocus();
         main.recipes.AskAboutPictures();
     }
     main.recipes.ReportRecipesFound("");

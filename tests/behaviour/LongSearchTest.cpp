@@ -69,6 +69,28 @@ TEST_F(LongSearch, AfterASearchTheBarStaysWithItsRecipeWhenTheListIsScrolled) {
     EXPECT_EQ(SelectedLine(2), 1);
 }
 
+// Whether its recipe before stands in the result or not.
+TEST_F(LongSearch, AListThatHadTheFocusHasItForTheResult) {
+    const auto leaveDialog = [&] {
+        Press(Qt::Key_Escape);
+        Main().ui.window.BringToFront();
+        return WaitUntil([&] { return Main().ui.window.Native()->isActiveWindow(); });
+    };
+    for (const char* words : {"fish", "own"}) {
+        ASSERT_TRUE(leaveDialog());
+        ClickCategory("ONE");
+        PressLine(2, 1);
+        ASSERT_EQ(FocusedName(), "lvwX_2");
+        OpenDialog();
+        FindWords(words);
+        ASSERT_TRUE(leaveDialog());
+        EXPECT_EQ(FocusedName(), "lvwX_2") << words;
+        Key(Qt::Key_Down);
+        EXPECT_EQ(SelectedLine(2), 2) << words;
+        EXPECT_EQ(Main().VList[1].CurrentIndex, 1) << words;
+    }
+}
+
 TEST_F(LongSearch, AClickOnACategoryEndsARunningSearch) {
     int countAtClick = 0;
     Later([&] {
@@ -251,12 +273,17 @@ TEST_F(LongSearch, WhatIsWrittenWhileEventsRunIsInTheTitlesThatFollow) {
         countAtWrite = Main().VList[1].Count();
         std::fstream file(name, std::ios::in | std::ios::out | std::ios::binary);
         const std::string text((std::istreambuf_iterator<char>(file)), {});
-        const std::size_t place = text.find("Fish 300");
-        ASSERT_NE(place, std::string::npos);
-        file.seekp(static_cast<std::streamoff>(place));
-        file << "Carp";
+        for (const int number : {countAtWrite + 1, Stock}) {
+            const std::size_t place = text.find("Fish " + std::to_string(number));
+            ASSERT_NE(place, std::string::npos);
+            file.seekp(static_cast<std::streamoff>(place));
+            file << "Carp";
+        }
         file.close();
         ASSERT_TRUE(file.good());
+        // What comes next has been read ahead.
+        EXPECT_EQ(Main().store.GetRecipeTitle(countAtWrite + 1),
+                  "Carp " + std::to_string(countAtWrite + 1));
     });
     FindWords("fish");
     ASSERT_GT(countAtWrite, 0);
