@@ -64,7 +64,7 @@ bool PictureView::LoadPicture() {
                                           : Picture::FromFile(main.objFSO.Native(file)));
             return true;
         } catch (const Failure& f) {
-            if (f.Number == failure::FileNotFound || f.Number == failure::PathNotFound) {
+            if (f.Number == failure::FileNotFound) {
                 main.pictures.strPictureFileName.clear();
                 continue;
             }

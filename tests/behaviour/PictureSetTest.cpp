@@ -66,8 +66,10 @@ class PicturesOfRecipes : public MainWindowFixture {
 TEST_F(PicturesOfRecipes, AStockRecipeHasItsPictureOnTheDisc) {
     Stock("2.jpg");
     Own("3.jpg");
+    Own("20.jpg");
     EXPECT_EQ(Find("2"), "Disc/Food Photos/2.jpg");
     EXPECT_EQ(Find("3"), "") << "own pictures are for own recipes";
+    EXPECT_EQ(Find("20"), "") << "the last of the stock";
 }
 
 TEST_F(PicturesOfRecipes, AnOwnRecipeHasItsPictureBesideTheUsersData) {

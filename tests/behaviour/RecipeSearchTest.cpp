@@ -50,6 +50,20 @@ TEST_F(Search, TheResultIsOnTheScreenWithItsFirstRecipeShown) {
     EXPECT_TRUE(Boxes.Shown.empty());
 }
 
+TEST_F(Search, WordsOfOwnRecipesAreFoundInWhateverOrder) {
+    FindWords("dill salmon");
+    EXPECT_EQ(ShownNumbers(), (Numbers{2, 4, 7}));
+    FindWords("salmon my with");
+    EXPECT_EQ(ShownNumbers(), Numbers{7});
+    EXPECT_EQ(Current(), 7);
+}
+
+TEST_F(Search, TheResultHasTheColumnsOfRecipes) {
+    Main().recipes.booRecipeColumns = false;
+    FindWords("and the");
+    EXPECT_TRUE(Main().recipes.booRecipeColumns);
+}
+
 TEST_F(Search, TheListIsCalledSearch) {
     FindWords("salmon");
     EXPECT_EQ(Main().ui.lblCategory.Caption(), "SEARCH");
