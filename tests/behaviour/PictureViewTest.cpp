@@ -52,6 +52,9 @@ TEST_F(PictureViewTest, TheFirstClickShowsThePictureTheSecondTheTextTheThirdTheP
     EXPECT_EQ(Main().ui.ibRecipeButton.ButtonState(), ImageButton::Disabled);
     PressLine(2, 2);
     EXPECT_EQ(OnView(), "picture");
+    EXPECT_EQ(Main().ui.ibPhotoButton.ButtonState(), ImageButton::Disabled);
+    EXPECT_EQ(Main().ui.ibRecipeButton.ButtonState(), ImageButton::Up);
+    EXPECT_GT(Main().ui.rtbSee.Left(), Main().ui.window.WorkArea().Width) << "out of the way";
 }
 
 TEST_F(PictureViewTest, ARecipeWithoutAPictureOpensOnItsText) {
