@@ -12,6 +12,20 @@
 // What is done to files by their path, outside the numbers.
 namespace larder {
 
+namespace {
+
+// Who may read and write the old file may read and write the new one: a family may share a folder,
+// or a cook keep it private. Whoever wrote the new file can write it again in any case.
+void KeepRights(const std::string& native, const std::string& target) {
+    struct stat old {};
+    if (stat(target.c_str(), &old) != 0) return;
+    const bool sameGroup = chown(native.c_str(), static_cast<uid_t>(-1), old.st_gid) == 0;
+    const mode_t rights = old.st_mode & (sameGroup ? 0777 : 0707);
+    chmod(native.c_str(), rights | S_IRUSR | S_IWUSR);
+}
+
+}  // namespace
+
 bool NumberedFiles::Exists(const std::string& path) const {
     return paths_.FileExists(path);
 }
@@ -36,6 +50,7 @@ void NumberedFiles::Replace(const std::string& from, const std::string& to) {
     Tell("rename", 0, to, 0);
     const std::string native = paths_.Native(from);
     const std::string target = paths_.Native(to);
+    KeepRights(native, target);
     if (std::rename(native.c_str(), target.c_str()) != 0) {
         const int systemError = errno;
         const bool missing = access(native.c_str(), F_OK) != 0;

@@ -66,6 +66,19 @@ TEST_F(FavouritesOfTheUser, AddingPutsARecipeAtTheEndAndOnTheDisk) {
     EXPECT_EQ(List(1).Item(1).Tag, " 15 3 7 ");
 }
 
+TEST_F(FavouritesOfTheUser, AddingKeepsWhoMayReadTheFile) {
+    using std::filesystem::perms;
+    const std::filesystem::path file = Folder.Native("Data/Categories.ctg");
+    for (const perms others : {perms::none, perms::group_read | perms::group_write}) {
+        const perms rights = perms::owner_read | perms::owner_write | others;
+        std::filesystem::permissions(file, rights);
+        It().AddToFavorites(7);
+        EXPECT_TRUE(Stored().ends_with(" 7 "));
+        EXPECT_EQ(std::filesystem::status(file).permissions(), rights);
+        It().RemoveFromFavorites(7);
+    }
+}
+
 TEST_F(FavouritesOfTheUser, AddingTwiceLeavesOneEntry) {
     It().AddToFavorites(7);
     It().AddToFavorites(7);

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <limits>
 #include <vector>
 
@@ -256,6 +257,24 @@ TEST_F(NumberedFilesTest, ReplacePutsTheNewFileInThePlaceOfTheOld) {
     EXPECT_EQ(Ignoring([&] { files.Replace(At("old.TXT"), At("no\\such.txt")); }),
               failure::PathNotFound);
     EXPECT_EQ(folder.Read("old.TXT"), "new");
+}
+
+TEST_F(NumberedFilesTest, WhatIsReplacedKeepsWhoMayReadAndWriteIt) {
+    using std::filesystem::perms;
+    const auto rightsOf = [&](const std::string& name) {
+        return std::filesystem::status(folder.Native(name)).permissions();
+    };
+    const perms own = perms::owner_read | perms::owner_write;
+    for (const perms rights : {own, own | perms::group_read | perms::group_write, own | perms::all,
+                               perms::owner_read | perms::others_read}) {
+        folder.Write("Old.txt", "old");
+        std::filesystem::permissions(folder.Native("Old.txt"), rights);
+        folder.Write("New.txt", "new");
+        files.Replace(At("New.txt"), At("Old.txt"));
+        EXPECT_EQ(folder.Read("Old.txt"), "new");
+        EXPECT_EQ(rightsOf("Old.txt"), rights | own) << static_cast<int>(rights);
+        folder.Delete("Old.txt");
+    }
 }
 
 // What the watcher sees
