@@ -14,6 +14,16 @@
 namespace larder::test {
 namespace {
 
+// The disc with the stock recipes is out of its drive while `gone` is true.
+void TakeOut(NumberedFiles& files, const bool& gone) {
+    files.Watch([&gone](const NumberedFiles::Access& access) {
+        const bool touches = access.Kind == "read" || access.Kind == "open";
+        if (gone && touches && access.Number == filenumber::Recipes) {
+            throw Failure(failure::PathAccess, "test");
+        }
+    });
+}
+
 // Filling the list while the disc with the stock recipes is out of its drive.
 class FillWithoutDisc : public MainWindowFixture {
   protected:
@@ -23,12 +33,7 @@ class FillWithoutDisc : public MainWindowFixture {
         Book.Numbers("SOME") = " 3 5 7 61 ";
         Book.Numbers("OTHERS") = " 4 6 ";
         ASSERT_TRUE(Start());
-        Main().files.Watch([this](const NumberedFiles::Access& access) {
-            const bool touches = access.Kind == "read" || access.Kind == "open";
-            if (gone_ && touches && access.Number == filenumber::Recipes) {
-                throw Failure(failure::PathAccess, "test");
-            }
-        });
+        TakeOut(Main().files, gone_);
         Boxes.Shown.clear();
     }
     void TearDown() override { Main().files.Watch(nullptr); }
@@ -94,12 +99,7 @@ class FindWithoutDisc : public SearchBook {
         AddSmallBook();
         ASSERT_TRUE(StartWithIndex());
         OpenDialog();
-        Main().files.Watch([this](const NumberedFiles::Access& access) {
-            const bool touches = access.Kind == "read" || access.Kind == "open";
-            if (gone_ && touches && access.Number == filenumber::Recipes) {
-                throw Failure(failure::PathAccess, "test");
-            }
-        });
+        TakeOut(Main().files, gone_);
         Boxes.Shown.clear();
     }
     void TearDown() override { Main().files.Watch(nullptr); }
