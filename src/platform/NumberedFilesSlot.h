@@ -19,10 +19,13 @@ namespace larder {
 inline constexpr std::size_t firstBlock = 512;
 inline constexpr std::size_t lastBlock = 256 * 1024;
 inline constexpr std::size_t blockGrowth = 8;
-// A sweep takes a larger block where a place is no farther behind the last one. In a sparser file
-// small reads are cheaper than what lies between them.
-inline constexpr std::int64_t nearby = 2048;
-inline constexpr std::size_t firstSweepBlock = 128;  // the usual title and what follows it
+// A sweep reads a small block, the usual title and what follows it, for every place, and large ones
+// where its last places stood near enough to each other: in a sparser file small reads cost less
+// than what lies between the places.
+inline constexpr std::size_t smallSweepBlock = 128;
+inline constexpr std::size_t largeSweepBlock = 64 * 1024;
+inline constexpr std::int64_t nearEnough = 3072;  // bytes from place to place
+inline constexpr int placesToJudgeBy = 8;
 inline constexpr std::int64_t recordBytes = 4;
 inline constexpr std::int64_t farthest = std::numeric_limits<std::int64_t>::max() - recordBytes;
 
@@ -95,24 +98,37 @@ struct NumberedFiles::Slot {
         Offset = offset;
         Block.Clear();
         NextBlock = firstBlock;
+        JudgeFrom(offset, smallSweepBlock);
     }
 
-    // The same within a sweep: a block that holds the place stays, and one that ends a little
-    // before it is followed by a larger one.
+    // The same within a sweep: a block that holds the place stays.
     void SweepTo(std::int64_t offset) {
         const std::int64_t from = Offset - static_cast<std::int64_t>(Block.Used());
         const std::int64_t behind = from + static_cast<std::int64_t>(Block.Size());
-        if (Block.Empty() || offset < from || offset > behind + nearby) {
-            MoveTo(offset);
-            NextBlock = firstSweepBlock;
-            return;
-        }
         Offset = offset;
-        if (offset <= behind) {
+        if (!Block.Empty() && offset >= from && offset <= behind) {
             Block.UseUpTo(static_cast<std::size_t>(offset - from));
         } else {
             Block.Clear();
+            ChooseSweepBlock();
+            NextBlock = SweepBlock;
         }
+        ++SweptPlaces;
+    }
+
+    void ChooseSweepBlock() {
+        const std::int64_t distance = Offset - SweptFrom;
+        if (distance < 0) {
+            JudgeFrom(Offset, smallSweepBlock);
+        } else if (SweptPlaces >= placesToJudgeBy) {
+            const bool near = distance <= SweptPlaces * nearEnough;
+            JudgeFrom(Offset, near ? largeSweepBlock : smallSweepBlock);
+        }
+    }
+    void JudgeFrom(std::int64_t offset, std::size_t block) {
+        SweptFrom = offset;
+        SweptPlaces = 0;
+        SweepBlock = block;
     }
 
     // Forward within the block.
@@ -135,6 +151,11 @@ struct NumberedFiles::Slot {
     std::uint64_t BlockWrites = 0;
     std::uint64_t BlockSweep = 0;  // the sweep that it was read in, or the last one before it
     std::size_t NextBlock = firstBlock;
+
+    // What a sweep judges its next blocks by: so many places since that one.
+    std::int64_t SweptFrom = 0;
+    std::int64_t SweptPlaces = 0;
+    std::size_t SweepBlock = smallSweepBlock;
 };
 
 }  // namespace larder

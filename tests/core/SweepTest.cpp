@@ -89,6 +89,23 @@ TEST_F(SweepTest, TitlesFarFromEachOtherAreReadAlone) {
     EXPECT_LE(bytes, 5u * 512);
 }
 
+TEST_F(SweepTest, TitlesThatAreNearEachOtherOnlyNowAndThenAreReadAlone) {
+    std::string text(400'000, 'x');
+    std::vector<int> places;
+    for (int place = 0; place < 390'000; place += places.size() % 2 == 0 ? 9'000 : 1'000) {
+        text.replace(static_cast<std::size_t>(place), 7, "title\r\n");
+        places.push_back(place + 1);
+    }
+    folder.Write("b.txt", text);
+    files.Open(3, At("b.txt"), FileMode::Input);
+    const NumberedFiles::Sweep sweep(files);
+    for (const int place : places) {
+        files.Seek(3, place);
+        EXPECT_EQ(files.ReadLine(3), "title");
+    }
+    EXPECT_LE(bytes, 512 + 128 * places.size()) << "not what lies between them";
+}
+
 TEST_F(SweepTest, EveryOrderGivesTheSameTitles) {
     const NumberedFiles::Sweep sweep(files);
     unsigned number = 1;
