@@ -223,6 +223,7 @@ std::vector<int> InAll(const std::vector<std::vector<int>>& lists) {
     return all;
 }
 
+// One walk for every word, as one at a time would be looked up; the program needs one for all.
 void QueryByLoop(benchmark::State& state, const Query& query) {
     std::size_t hits = 0;
     for (auto _ : state) {

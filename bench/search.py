@@ -3,7 +3,8 @@
 
 usage: bench/search.py [BUILD_FOLDER [REPETITIONS]]    (default build/check, 15; a release build)
 
-Every line is measured beside the least that the same work can cost, a loop in C, and queries also
+Every line is measured beside the least that the same work can cost, a loop in C that looks up one
+word after another (the program reads the index once for all words of a query), and queries also
 beside SQLite's FTS5 with all titles fetched. The lines of events compare queries with the same that
 never look at their events before the result is there. Repetitions are interleaved. The figures are
 processor time in milliseconds, which is what passes by the clock too while the files are in memory

@@ -134,14 +134,11 @@ RecipeFinder::Parts RecipeFinder::PartsOfFavorites() const {
 }
 
 std::vector<std::string> RecipeFinder::LookUpWords(const std::string& strWhat) {
+    std::vector<std::string> words = TokensOf(strWhat);
+    std::erase_if(words, IsStopWord);
     std::vector<std::string> terms;
-    for (std::string& word : TokensOf(strWhat)) {
-        if (IsStopWord(word)) continue;
-        Ignoring([&] { terms.push_back(" " + index_.LookUpWord(word) + " "); });
-        // A word that no recipe has: nothing matches, whatever else is asked for. A long text that
-        // was pasted is not looked up word by word.
-        if (!terms.empty() && terms.back() == "  ") break;
-    }
+    for (const std::string& numbers : index_.LookUpWords(words))
+        terms.push_back(" " + numbers + " ");
     return terms;
 }
 

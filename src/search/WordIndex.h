@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "platform/NumberedFiles.h"
 #include "store/DataPaths.h"
@@ -18,7 +19,8 @@ bool IsStopWord(const std::string& word);
 // divided by 4 is the number of words, at most 32,767.
 //
 // Nothing of the index is kept in memory. A look-up reads the file from its top to the first word
-// that is not below the one sought.
+// that is not below the one sought. The words of a query share one such walk, which on a slow disc
+// is most of what a search costs.
 class WordIndex {
   public:
     // Both outlive the index.
@@ -30,8 +32,14 @@ class WordIndex {
     // both numbers stay open, and the next look-up fails with 55.
     std::string LookUpWord(std::string& strWord);
 
+    // What LookUpWord gives for one word after another, up to the first that fails: there may be
+    // fewer lines than words, because every later one would fail too.
+    std::vector<std::string> LookUpWords(const std::vector<std::string>& words);
+
   private:
+    class Walk;
     std::int16_t OpenAndCount();
+    void ReadAndClose(Walk& walk);
 
     NumberedFiles& files_;
     const DataPaths& paths_;

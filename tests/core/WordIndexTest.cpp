@@ -2,14 +2,20 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
+#include <vector>
 
 #include "platform/Failure.h"
+#include "platform/Text.h"
 #include "store/FileNumbers.h"
 #include "support/DataFolder.h"
+#include "support/Seed.h"
 
 namespace larder {
 namespace {
+
+using Lines = std::vector<std::string>;
 
 constexpr const char* ThreeWords =
     "cod\r\n1 2 3\r\n"
@@ -200,6 +206,85 @@ TEST_F(WordIndexTest, ANumberLineOf50MegabytesIsSkippedOrReturnedWhole) {
 TEST_F(WordIndexTest, AFileOfOneLineWithoutAnEndIsAFailureAtMost) {
     Write(std::string(1 << 20, 'a'), 4);
     EXPECT_EQ(FailureOf("cod"), failure::InputPastEnd);
+}
+
+TEST_F(WordIndexTest, SeveralWordsGiveTheirLinesInTheirOrder) {
+    Write(ThreeWords, 12);
+    EXPECT_EQ(index.LookUpWords({"salmon", "COD", "eel", "cod"}),
+              (Lines{"12 40 77", "1 2 3", "", "1 2 3"}));
+    EXPECT_FALSE(AnyFileOpen());
+}
+
+TEST_F(WordIndexTest, NoWordsOpenNoFile) {
+    data.Files.Watch([&](const NumberedFiles::Access&) { FAIL(); });
+    EXPECT_EQ(index.LookUpWords({}), Lines{});
+}
+
+TEST_F(WordIndexTest, SeveralWordsAreReadInOneWalkToTheLastOfThem) {
+    std::string many;
+    for (int i = 100000; i < 130000; ++i)
+        many += "x" + std::to_string(i) + "\r\n" + std::to_string(i) + "\r\n";
+    Write(many, 4 * 30000);
+    std::uint64_t bytes = 0;
+    int opened = 0;
+    data.Files.Watch([&](const NumberedFiles::Access& access) {
+        if (access.Kind == "read") bytes += access.Bytes;
+        if (access.Kind == "open") ++opened;
+    });
+    LookUp("x115000");
+    const std::uint64_t forOne = bytes;
+    bytes = 0;
+    opened = 0;
+    EXPECT_EQ(index.LookUpWords({"x100001", "x115000", "x114999"}),
+              (Lines{"100001", "115000", "114999"}));
+    EXPECT_EQ(opened, 2);
+    EXPECT_EQ(bytes, forOne);
+}
+
+TEST_F(WordIndexTest, SeveralWordsFailFromTheFirstThatFailsOn) {
+    Write(ThreeWords, 16);
+    EXPECT_EQ(index.LookUpWords({"salmon", "tuna", "cod"}), Lines{"12 40 77"});
+    EXPECT_TRUE(AnyFileOpen());
+    EXPECT_EQ(index.LookUpWords({"cod"}), Lines{});
+}
+
+// Whatever stands in the files: unsorted, with lines missing, with a wrong count.
+TEST_F(WordIndexTest, SeveralWordsGiveWhatEachGivesAlone) {
+    std::mt19937 random(test::Seed());
+    const auto below = [&](unsigned n) { return static_cast<std::size_t>(random() % n); };
+    const auto letters = [&] {
+        std::string word(1 + below(2), ' ');
+        for (char& c : word)
+            c = "abcdE"[below(5)];
+        return word;
+    };
+    int failed = 0;
+    for (int round = 0; round < 400; ++round) {
+        std::vector<std::string> lines;
+        const std::size_t records = below(8);
+        for (std::size_t i = 0; i < records; ++i) {
+            lines.push_back(LowerCase(letters()));
+            lines.push_back(std::to_string(below(100)));
+        }
+        std::string text;
+        for (std::size_t i = 0; i < lines.size(); ++i)
+            text += below(30) == 0 ? "" : lines[i] + (below(30) == 0 ? "\n" : "\r\n");
+        Write(text, 4 * (below(4) == 0 ? below(10) : records));
+        std::vector<std::string> words(1 + below(4));
+        for (std::string& word : words)
+            word = letters();
+
+        Lines alone;
+        for (const std::string& word : words) {
+            if (Ignoring([&] { alone.push_back(LookUp(word)); }) != 0) ++failed;
+        }
+        const bool openAlone = AnyFileOpen();
+        data.Files.CloseAll();
+        ASSERT_EQ(index.LookUpWords(words), alone) << text;
+        ASSERT_EQ(AnyFileOpen(), openAlone) << text;
+        data.Files.CloseAll();
+    }
+    EXPECT_GT(failed, 20) << "or this would show little";
 }
 
 TEST(StopWords, SixWordsAreStopWords) {
