@@ -13,15 +13,24 @@ namespace larder {
 
 namespace {
 
-// The blank-separated parts of a text.
-std::vector<std::string> TokensOf(const std::string& text) {
-    std::vector<std::string> tokens;
-    std::int32_t start = 1;
-    while (start <= static_cast<std::int32_t>(text.size())) {
-        std::string token = YStrings::TokenFrom(text, start, " ");
-        if (token.empty()) break;
-        tokens.push_back(std::move(token));
+// Hands over the blank-separated parts of a text until one is refused; false then.
+template <typename Take>
+bool WalkTokens(std::string_view text, Take&& take) {
+    std::size_t from = text.find_first_not_of(' ');
+    while (from != std::string_view::npos) {
+        const std::size_t to = std::min(text.find(' ', from), text.size());
+        if (!take(text.substr(from, to - from))) return false;
+        from = text.find_first_not_of(' ', to);
     }
+    return true;
+}
+
+std::vector<std::string> TokensOf(std::string_view text) {
+    std::vector<std::string> tokens;
+    WalkTokens(text, [&](std::string_view token) {
+        tokens.emplace_back(token);
+        return true;
+    });
     return tokens;
 }
 
@@ -51,10 +60,11 @@ class Term {
             from = to;
         }
     }
-    bool Holds(const std::string& text) const {
-        const auto number = static_cast<std::size_t>(PlainNumber(text));
-        if (number == 0) return others_.contains(text);
-        return number < plain_.size() && plain_[number];
+    // `number` is the PlainNumber of the text.
+    bool Holds(std::string_view text, std::int32_t number) const {
+        if (number == 0) return others_.contains(std::string(text));
+        const auto place = static_cast<std::size_t>(number);
+        return place < plain_.size() && plain_[place];
     }
 
   private:
@@ -149,18 +159,16 @@ bool RecipeFinder::AddMatches(const std::vector<std::string>& colList, std::stri
         if (term != shortest) others.emplace_back(*term, store_.TotalNumRecords);
     }
     const Hold mine = Held();
-    std::int32_t start = 1;
-    while (start <= static_cast<std::int32_t>(shortest->size())) {
-        const std::string number = YStrings::TokenFrom(*shortest, start, " ");
-        if (number.empty()) break;
+    return WalkTokens(*shortest, [&](std::string_view text) {
+        const std::int32_t number = PlainNumber(text);
         const bool match =
-            std::ranges::all_of(others, [&](const Term& term) { return term.Holds(number); });
+            std::ranges::all_of(others, [&](const Term& term) { return term.Holds(text, number); });
         Ignoring([&] {
-            if (match && AddFound(ToLong(number))) strFound += " " + number + " ";
+            if (match && AddFound(number != 0 ? number : ToLong(text)))
+                strFound.append(" ").append(text).append(" ");
         });
-        if (!LetEventsRun(mine)) return false;
-    }
-    return true;
+        return LetEventsRun(mine);
+    });
 }
 
 bool RecipeFinder::LetEventsRun(const Hold& mine) {
