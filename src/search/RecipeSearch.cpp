@@ -1,6 +1,7 @@
 #include "search/RecipeSearch.h"
 
-#include <bit>
+#include <algorithm>
+#include <array>
 #include <limits>
 
 #include "app/frmMain.h"
@@ -12,8 +13,8 @@ namespace larder {
 namespace {
 
 // A look at the event queue paints what has changed, which costs as much as hundreds of hits. So it
-// is taken at growing distances, the first one early, and in any case after a while.
-constexpr std::uint32_t FirstLook = 64;
+// is taken at a few numbers, the first of them early, and in any case after a while.
+constexpr std::array<std::uint32_t, 4> Looks = {128, 512, 2048, 8192};
 constexpr std::chrono::milliseconds LongestWait{15};
 
 // A number that is pasted may bring the end of its line or cell.
@@ -107,8 +108,8 @@ bool RecipeSearch::HoldsWord(const std::string& word) {
 
 void RecipeSearch::LetEventsRun() {
     const auto now = std::chrono::steady_clock::now();
-    const bool early = ++steps_ >= FirstLook && std::has_single_bit(steps_);
-    if (!early && now - lastLook_ < LongestWait) return;
+    const bool due = std::ranges::find(Looks, ++steps_) != Looks.end();
+    if (!due && now - lastLook_ < LongestWait) return;
     lastLook_ = now;
     // A handler finds what is in the files now, and so do the titles that follow.
     sweep_.reset();
