@@ -89,6 +89,13 @@ class Label::Widget : public QWidget {
     }
 
   protected:
+    // Captions change often while a list grows, and measuring one costs more than all the rest: it
+    // waits until somebody looks.
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::ToolTip) label_.TellToolTip();
+        return QWidget::event(event);
+    }
+
     void paintEvent(QPaintEvent*) override {
         const Lines& lines = CurrentLines();
         QPainter painter(this);
@@ -143,14 +150,12 @@ void Label::SetCaption(const std::string& caption) {
     caption_ = caption;
     Mine()->BreakAnew();
     SetShownName(caption);
-    TellToolTip();
     Mine()->update();
 }
 
 void Label::SetFont(const Font& font) {
     font_ = font;
     Mine()->setFont(NativeFont(font));
-    TellToolTip();
 }
 
 void Label::SetForeColor(std::int32_t color) {
@@ -169,16 +174,6 @@ void Label::SetAlignment(Alignment alignment) {
             Mine()->Align(Qt::AlignHCenter);
             break;
     }
-}
-
-void Label::SetToolTipText(const std::string& text) {
-    Control::SetToolTipText(text);
-    TellToolTip();
-}
-
-void Label::Move(const Rectangle& place) {
-    Control::Move(place);
-    TellToolTip();
 }
 
 void Label::TellToolTip() {

@@ -22,8 +22,6 @@ class Label : public Control {
     const Font& LabelFont() const { return font_; }
     void SetForeColor(std::int32_t color);
     void SetAlignment(Alignment alignment);
-    void SetToolTipText(const std::string& text) override;
-    void Move(const Rectangle& place) override;
 
     std::function<void()> OnClick;
     std::function<void(int Button, int Shift, float X, float Y)> OnMouseDown;
