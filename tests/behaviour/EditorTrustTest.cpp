@@ -426,7 +426,7 @@ TEST_F(InPlaceTrust, WhatWasTypedStaysWhileTheDiskDoesNotGiveItsRecord) {
     FailReads();
     EXPECT_FALSE(Main().viewer.ShowRecipe(5));
     ASSERT_EQ(Boxes.Shown.size(), 1U);
-    EXPECT_EQ(Boxes.Shown[0].Text, "Couldn't update recipe #4");
+    EXPECT_EQ(Boxes.Shown[0].Text, "Error updating recipe\nDevice I/O error");
     EXPECT_EQ(Main().ui.rtbSee.Text().substr(0, 13), "Very Own Hake");
     EXPECT_TRUE(Main().viewer.Modified);
     Main().files.Watch(nullptr);
