@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/Text.h"
+#include "support/Rounds.h"
 #include "support/Seed.h"
 
 namespace larder {
@@ -63,7 +64,7 @@ TEST(KeyTable, RandomOperationsAgreeWithAMap) {
     KeyTable table;
     std::deque<VirtualListItem> items;
     std::map<std::string, VirtualListItem*> model;
-    for (int step = 0; step < 20000; ++step) {
+    for (int step = 0; step < test::Rounds(20000); ++step) {
         const std::string key = "k" + std::to_string(random() % 700);
         const auto known = model.find(key);
         if (random() % 5 < 3) {

@@ -7,6 +7,7 @@
 
 #include "ListRecorder.h"
 #include "platform/Failure.h"
+#include "support/Rounds.h"
 #include "support/Seed.h"
 
 namespace larder {
@@ -240,7 +241,7 @@ TEST_F(NumsClassTest, RandomOperationsAgreeWithASimpleModel) {
         return static_cast<std::int32_t>(random() % static_cast<std::uint32_t>(limit));
     };
     std::vector<std::int32_t> model;
-    for (int step = 0; step < 20000; ++step) {
+    for (int step = 0; step < test::Rounds(20000); ++step) {
         const std::int32_t num = below(60) + 1;
         const auto found = std::find(model.begin(), model.end(), num);
         switch (model.size() < 100 ? below(4) : 1) {

@@ -70,7 +70,7 @@ class StartAfterACrash : public testing::Test {
     Database own;
     Database stock;
     Database longer;  // own with a longer first record
-    TempFolder folder;
+    TempFolder folder{TempFolder::InMemory()};
 };
 
 TEST_F(StartAfterACrash, ARewriteThatWasNotFinishedIsDropped) {

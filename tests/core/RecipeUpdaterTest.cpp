@@ -62,7 +62,7 @@ class RecipeUpdaterTest : public testing::Test {
         });
     }
 
-    TempFolder folder;
+    TempFolder folder{TempFolder::InMemory()};
     StoreSession session{folder.Native("Data")};
 };
 

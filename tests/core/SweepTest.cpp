@@ -52,7 +52,7 @@ class SweepTest : public testing::Test {
         return files.ReadLine(Text);
     }
 
-    TempFolder folder;
+    TempFolder folder{TempFolder::InMemory()};
     Paths paths;
     std::string root = paths.Alias(folder.Native());
     NumberedFiles files{paths};

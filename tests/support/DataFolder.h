@@ -41,7 +41,8 @@ struct Database {
     std::string Index() const { return IndexBytes(Positions); }
 };
 
-// A data folder on the disk, with the parts of the program that reach it. Empty at first.
+// A data folder, in memory where there is room, with the parts of the program that reach it. Empty
+// at first.
 class DataFolder {
   public:
     DataFolder() {
@@ -63,7 +64,7 @@ class DataFolder {
         Folder.Write("Data/CategyD Index.ind", descriptions.Index());
     }
 
-    TempFolder Folder;
+    TempFolder Folder{TempFolder::InMemory()};
     larder::Paths NamePaths;
     DataPaths Paths;
     NumberedFiles Files{NamePaths};

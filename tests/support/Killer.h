@@ -7,11 +7,11 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <string>
 
 #include "platform/NumberedFiles.h"
+#include "support/FileBytes.h"
 #include "support/PowerCut.h"
 #include "support/StoredRecipes.h"
 
@@ -49,7 +49,7 @@ class Killer {
             const auto first = std::ranges::mismatch(old, now).in1 - old.begin();
             const std::size_t middle = (static_cast<std::size_t>(first) + now.size()) / 2;
             const std::string rest = middle < old.size() ? old.substr(middle) : "";
-            std::ofstream(folder_ / name, std::ios::binary) << now.substr(0, middle) + rest;
+            PutFile(folder_ / name, now.substr(0, middle) + rest);
         }
     }
 

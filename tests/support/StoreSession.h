@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,7 @@
 #include "store/RecipeUpdater.h"
 #include "store/RecipeWriter.h"
 #include "support/ScriptedDisc.h"
+#include "support/StoredRecipes.h"
 
 namespace larder::test {
 
@@ -68,5 +70,18 @@ class StoreSession : private UpdateSurroundings {
         Titles.push_back(std::to_string(RecipeNum) + " " + strTitleTXT);
     }
 };
+
+// What a start makes of each of these folders, each outcome once. A window, whose start costs a
+// hundred times as much, need then start on those alone.
+inline std::set<FolderBytes> AfterAStart(const std::set<FolderBytes>& folders,
+                                         const std::filesystem::path& scratch) {
+    std::set<FolderBytes> outcomes;
+    for (const FolderBytes& files : folders) {
+        PutBytes(scratch, files);
+        StoreSession(scratch).Start();
+        outcomes.insert(BytesOf(scratch));
+    }
+    return outcomes;
+}
 
 }  // namespace larder::test

@@ -4,11 +4,11 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
+
+#include "support/FileBytes.h"
 
 namespace larder::test {
 
@@ -20,15 +20,15 @@ struct StoredRecipe {
     bool operator==(const StoredRecipe&) const = default;
 };
 
-// All files of a folder, by name.
+// All files of a folder and of the folders in it, by their path from there ("Food Photos/4.jpg").
 using FolderBytes = std::map<std::string, std::string>;
 
 inline FolderBytes BytesOf(const std::filesystem::path& folder) {
+    const std::size_t prefix = folder.native().size() + 1;
     FolderBytes files;
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
         if (!entry.is_regular_file()) continue;
-        std::ifstream file(entry.path(), std::ios::binary);
-        files[entry.path().filename().string()] = {std::istreambuf_iterator<char>(file), {}};
+        files[entry.path().native().substr(prefix)] = BytesOfFile(entry.path());
     }
     return files;
 }
@@ -37,8 +37,11 @@ inline void PutBytes(const std::filesystem::path& folder, const FolderBytes& fil
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
     for (const auto& [name, bytes] : files) {
-        std::ofstream(folder / name, std::ios::binary)
-            .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        const std::filesystem::path path = folder / name;
+        if (name.find('/') != std::string::npos) {
+            std::filesystem::create_directories(path.parent_path());
+        }
+        PutFile(path, bytes);
     }
 }
 

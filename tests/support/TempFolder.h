@@ -3,12 +3,13 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+
+#include "support/FileBytes.h"
 
 namespace larder::test {
 
@@ -37,13 +38,9 @@ class TempFolder {
     void Write(std::string_view name, std::string_view bytes) const {
         const std::filesystem::path path = root_ / name;
         std::filesystem::create_directories(path.parent_path());
-        std::ofstream(path, std::ios::binary | std::ios::trunc)
-            .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        PutFile(path, bytes);
     }
-    std::string Read(std::string_view name) const {
-        std::ifstream file(root_ / name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    std::string Read(std::string_view name) const { return BytesOfFile(root_ / name); }
     bool Exists(std::string_view name) const { return std::filesystem::exists(root_ / name); }
     void Delete(std::string_view name) const { std::filesystem::remove_all(root_ / name); }
     void Rename(std::string_view from, std::string_view to) const {
@@ -53,10 +50,14 @@ class TempFolder {
         std::filesystem::create_directories(root_ / name);
     }
 
-    // A place in memory where the system has one: no flush costs anything there.
+    // A place in memory where the system has one with room to spare: no flush costs anything there.
     static std::filesystem::path InMemory() {
+        constexpr std::uintmax_t room = 1U << 30;
         const std::filesystem::path shared = "/dev/shm";
-        return access(shared.c_str(), W_OK) == 0 ? shared : std::filesystem::temp_directory_path();
+        std::error_code none;
+        const auto space = std::filesystem::space(shared, none);
+        const bool fits = !none && space.available >= room && access(shared.c_str(), W_OK) == 0;
+        return fits ? shared : std::filesystem::temp_directory_path();
     }
 
   private:

@@ -38,7 +38,7 @@ class SourceFolder {
     std::string Source() const { return Folder.Native("source"); }
     std::string Out(const std::string& name = "out") const { return Folder.Native(name); }
 
-    TempFolder Folder;
+    TempFolder Folder{TempFolder::InMemory()};
 };
 
 }  // namespace larder::test

@@ -85,7 +85,7 @@ class MainWindowFixture : public testing::Test {
     void ClickCategory(const std::string& name);
 
     CookBook Book;
-    TempFolder Folder;
+    TempFolder Folder{TempFolder::InMemory()};
     ScriptedDialogs Boxes;
     ScriptedDrives Machine;
 
