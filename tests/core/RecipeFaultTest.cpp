@@ -4,6 +4,7 @@
 #include <fstream>
 #include <functional>
 #include <iostream>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -227,6 +228,135 @@ TEST_F(RecipeFaultTest, AWriteThatFailsHalfDoneIsToldAndCostsNothing) {
 
 TEST_F(RecipeFaultTest, AStorageThatFailsInTheMiddleOfAWriteIsToldAndCostsNothing) {
     DisturbEverywhere(true, true);
+}
+
+// A start that has to mend what a killed run has left
+
+class FaultyStartTest : public RecipeFaultTest {
+  protected:
+    struct Killed {};
+    enum class Then { StartsAnew, Writes };
+
+    // Every folder that has to be mended after the operation was killed, each once.
+    std::set<FolderBytes> LeftBy(const Operation& operation) {
+        std::set<FolderBytes> all;
+        for (int at = 1;; ++at) {
+            PutBytes(Data(), first_);
+            StoreSession session(Data());
+            session.Start();
+            int counted = 0;
+            session.Files.Watch([&](const NumberedFiles::Access& access) {
+                if (Changes(access) && ++counted == at) throw Killed();
+            });
+            try {
+                operation.Run(session);
+                return all;
+            } catch (const Killed&) {
+                session.Files.Watch(nullptr);
+                const FolderBytes left = BytesOf(Data());
+                if (HasTemporaries(left)) all.insert(left);
+            }
+        }
+    }
+
+    // Access `at` of the start fails, and with `onwards` every one behind it until the storage is
+    // back. False when the start has fewer.
+    bool Disturb(const FolderBytes& left, const std::vector<StoredRecipe>& after, int at,
+                 int number, bool onwards, Then then) {
+        PutBytes(Data(), left);
+        StoreSession session(Data());
+        int counted = 0;
+        session.Files.Watch([&](const NumberedFiles::Access& access) {
+            if (!Changes(access)) return;
+            ++counted;
+            if (counted == at || (onwards && counted > at)) throw Failure(number, "disk");
+        });
+        bool runs = false;
+        const std::string told = StartAndTell(session, runs);
+        if (!runs) then = Then::StartsAnew;
+        if (counted < at) return false;
+        ++points_;
+        if (!told.empty()) {
+            EXPECT_NE(told.find(FailureText(number)), std::string::npos) << told;
+        }
+        if (then == Then::Writes && onwards) ExpectNothingIsWritten(session, number);
+        session.Files.Watch(nullptr);
+        if (then == Then::Writes) WriteTheNext(session);
+        StoreSession again(Data());
+        again.Start();
+        ExpectOldOrNew(after, then, again);
+        return true;
+    }
+
+    // As the program does: what cannot be settled is told, and it goes on, unless it cannot open
+    // the files either.
+    static std::string StartAndTell(StoreSession& session, bool& runs) {
+        std::string told;
+        try {
+            session.Writer.Journal.SettleLastRun();
+        } catch (const Failure& f) {
+            told = f.Description;
+        }
+        const int failed = Ignoring([&] {
+            session.Store.OpenYDB_IND_Normal();
+            session.Store.RecalculateTotalRecipes();
+        });
+        runs = failed == 0;
+        return told;
+    }
+    static void ExpectNothingIsWritten(StoreSession& session, int number) {
+        EXPECT_FALSE(session.Add("Never", Rtf(7)));
+        ASSERT_EQ(session.Messages.size(), 1U);
+        EXPECT_TRUE(session.Messages[0].starts_with("Error adding recipe.\n"));
+        EXPECT_NE(session.Messages[0].find(FailureText(number)), std::string::npos);
+        session.Messages.clear();
+    }
+    static void WriteTheNext(StoreSession& session) {
+        EXPECT_TRUE(session.Add("Next", Rtf(7)));
+        EXPECT_EQ(session.Store.GetRecipeTitle(session.Store.TotalNumRecords), "Next");
+        EXPECT_TRUE(session.Messages.empty());
+    }
+    void ExpectOldOrNew(const std::vector<StoredRecipe>& after, Then then,
+                        const StoreSession& session) {
+        const FolderBytes files = BytesOf(Data());
+        EXPECT_FALSE(HasTemporaries(files));
+        auto now = RecipesIn(files);
+        EXPECT_EQ(session.Store.TotalNumRecords, static_cast<std::int32_t>(now.size()));
+        if (then == Then::Writes) {
+            ASSERT_FALSE(now.empty());
+            EXPECT_EQ(now.back().Title, "Next");
+            now.pop_back();
+        }
+        EXPECT_TRUE(now == after || now == RecipesIn(first_));
+    }
+
+    void DisturbEverywhere(bool onwards) {
+        for (const Operation& operation : operations) {
+            const auto after = Undisturbed(operation);
+            const std::set<FolderBytes> folders = LeftBy(operation);
+            EXPECT_GE(folders.size(), 2U) << operation.Name;
+            for (const FolderBytes& left : folders) {
+                for (const int number : failures) {
+                    for (const Then then : {Then::StartsAnew, Then::Writes}) {
+                        for (int at = 1; Disturb(left, after, at, number, onwards, then); ++at) {
+                            ASSERT_FALSE(HasFailure())
+                                << operation.Name << ", failure " << number << " at access " << at;
+                        }
+                    }
+                }
+            }
+        }
+        std::cout << points_ << " faults of a start, no loss" << std::endl;
+        EXPECT_GT(points_, 500);
+    }
+};
+
+TEST_F(FaultyStartTest, AFailureOfAnyAccessIsToldAndCostsNothing) {
+    DisturbEverywhere(false);
+}
+
+TEST_F(FaultyStartTest, AStorageThatFailsFromSomeMomentOnIsNotWrittenToUntilItIsBack) {
+    DisturbEverywhere(true);
 }
 
 }  // namespace
