@@ -12,4 +12,10 @@ constexpr int Rounds(int plain) {
 #endif
 }
 
+// Whether the case of this number is gone into where each leads to many others: every tenth under
+// the sanitizers.
+constexpr bool IsGoneInto(int number) {
+    return number % (10 / Rounds(10)) == 0;
+}
+
 }  // namespace larder::test
