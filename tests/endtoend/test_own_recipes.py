@@ -155,7 +155,7 @@ class OwnRecipes(OpenBook):
         self.open_favourite(self.TITLE)
         self.assertEqual(self.looks(), changed)
         self.assertEqual(photo.read_bytes(), bitmap())
-        self.assertEqual(self.book.close(), 0, self.book.output())
+        self.close()
 
     def test_the_number_of_a_deleted_recipe_stays_used(self):
         self.create(self.TITLE)
@@ -170,7 +170,7 @@ class OwnRecipes(OpenBook):
         self.choose(f"Remove Recipe #{self.number + 1} From Favorites")
         wait_for("an empty list", lambda: not self.book.lines(RECIPES))
         self.assertEqual((self.data / "Custom Recipes Index.ind").stat().st_size, 8)
-        self.assertEqual(self.book.close(), 0, self.book.output())
+        self.close()
 
     def put_favourite(self, title, rtf):
         """A recipe that is in the book when the program starts."""
@@ -197,13 +197,13 @@ class OwnRecipes(OpenBook):
         self.screen.xdotool("mouseup", "1")
 
     def test_a_word_that_is_dragged_down_leaves_each_line_where_it_was(self):
-        self.assertEqual(self.book.close(), 0, self.book.output())
+        self.close()
         sides = {"left": "\\ql", "center": "\\qc", "right": "\\qr"}
         lines = [(f"line{i:04}", list(sides)[i % 3]) for i in range(12)]
         rtf = "".join(f"\\pard{sides[side]} {text}\\par " for text, side in lines)
         self.put_favourite(self.TITLE,
                            f"{{\\rtf1\\ansi {self.TITLE} ConsiderablyLongWord\\par {rtf}}}")
-        self.start()
+        self.open()
         self.open_favourite(self.TITLE)
         editor = f"Edit Recipe #{self.number}"
         self.choose(editor)
@@ -217,7 +217,7 @@ class OwnRecipes(OpenBook):
         wait_for("the change on the page", lambda: "lineConsiderably" in self.page())
         sides_now = [look[2] for look in self.looks() if look[0].startswith("line")]
         self.assertEqual(sides_now, [side for _, side in lines])
-        self.assertEqual(self.book.close(), 0, self.book.output())
+        self.close()
 
     def test_a_question_that_is_cancelled_deletes_nothing(self):
         self.create(self.TITLE)
