@@ -23,13 +23,13 @@ void RecipeViewer::RecipeItemClick(ListItem& Item, bool /*Keyboard*/) {
 void RecipeViewer::OpenLine(const ListItem& Item) {
     const std::int32_t number = ToLong(Item.Tag);
     main.ui.lblCategory.SetCaption(main.strLastRecipeCategory);
+    ++linesOpened_;
     if (lngCurrentRecipe == number) {
         FlipMode();
     } else {
         SetCurrentRecipe(number);
         main.pictureView.ShowCurRecipePicture();
     }
-    ++linesOpened_;
 }
 
 void RecipeViewer::PopUpMenuFor(std::int32_t number) {

@@ -1,5 +1,7 @@
 #include "browse/RecipeList.h"
 
+#include <algorithm>
+
 #include "app/frmMain.h"
 #include "lists/NumberString.h"
 #include "platform/Text.h"
@@ -20,8 +22,7 @@ void RecipeList::RemoveFrom_lvwX2(std::int32_t RecipeToRemove) {
     // It has made the place the first of the window, which is to stay, so that the recipe behind
     // moves into the line.
     list.CurrentIndex = stood;
-    if (i > list.Count()) --i;
-    if (i < 1) i = 1;
+    i = std::clamp(i, 1, std::max(1, std::min<int>(list.Count(), main.LinesInList[1])));
     main.strSelectedKey[1] = std::to_string(i);
     ShowRecipesIn_lvwX2("same", 0, false, true);
     ReportRecipesFound("");

@@ -36,7 +36,9 @@ void RecipeEditor::LoadRecipeToUpdate(std::int32_t RecipeNum) {
     frmAddRecipe& form = Form();
     const bool shown = form.window.Visible();
     if (shown && form.lngRecipeNum == RecipeNum) return form.window.BringToFront();
-    const std::string strRTF = main.store.GetRecipeRTF(RecipeNum);
+    // Without its title a recipe is not read: the disc would be asked for again.
+    const std::string strRTF =
+        title == TitleIs::There ? main.store.GetRecipeRTF(RecipeNum) : std::string();
     if (!IsReadable(title, strRTF)) {
         main.dialogs.MessageBox("Couldn't read recipe #" + std::to_string(RecipeNum),
                                 Dialogs::Buttons::Ok, Dialogs::Icon::Critical, "Tidewell Larder");

@@ -23,11 +23,6 @@ class WithoutTabStop {
     RichTextBox& box_;
 };
 
-void TellRefused(frmMain& main, std::int32_t recipeNum) {
-    main.dialogs.MessageBox("Couldn't update recipe #" + std::to_string(recipeNum),
-                            Dialogs::Buttons::Ok, Dialogs::Icon::Critical, "Tidewell Larder");
-}
-
 // Runs a save; a failure that it lets through is told, and what was to be saved stays.
 template <typename Save>
 void Telling(frmMain& main, Save&& save) {
@@ -123,7 +118,8 @@ RecipeSaving::Outcome RecipeSaving::AddNew(frmAddRecipe& form) {
 RecipeSaving::Outcome RecipeSaving::Update(frmAddRecipe& form) {
     if (!form.booRecipeChanged && !form.picture.booPictureChanged) return Outcome::Stored;
     if (IsDeleted(form.lngRecipeNum)) {
-        TellRefused(main, form.lngRecipeNum);
+        main.dialogs.MessageBox("Couldn't update recipe #" + std::to_string(form.lngRecipeNum),
+                                Dialogs::Buttons::Ok, Dialogs::Icon::Critical, "Tidewell Larder");
         return Outcome::Failed;
     }
     if (!form.booRecipeChanged) return Outcome::Stored;

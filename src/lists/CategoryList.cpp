@@ -99,17 +99,17 @@ void CategoryList::CategoryItemClick(ListItem& Item, bool Keyboard) {
     if (!filled || click != clicks_) return;
     // Of a list that is held already nothing was reported.
     main.recipes.ReportRecipesFound("");
-    // A recipe that was opened while the list grew stays on view, and the user with it.
-    if (main.viewer.LinesOpened() != opened || LeftItsPage(main, text)) return;
-    // A recipe that was asked for by its number meanwhile stays on view.
-    ShowRecipesOf(text, main.search.RecipesByNumber() == before);
+    // A recipe that was opened or asked for by its number while the list grew stays on view, and
+    // the user with it.
+    if (main.viewer.LinesOpened() != opened || main.search.RecipesByNumber() != before) return;
+    if (!LeftItsPage(main, text)) ShowRecipesOf(text);
 }
 
-void CategoryList::ShowRecipesOf(const std::string& text, bool takeRecipe) {
+void CategoryList::ShowRecipesOf(const std::string& text) {
     ListView& lines = main.ui.lvwX2;
     lines.SetHideSelection(false);
     if (lines.Count() >= 1) main.lists.RememberSelectedKey(2);
-    if (takeRecipe) TakeFirstRecipe(text);
+    TakeFirstRecipe(text);
     lines.SetVisible(true);
     Ignoring([this] { main.ui.lvwX1.SetFocus(); });
 }

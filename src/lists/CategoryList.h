@@ -56,7 +56,7 @@ class CategoryList {
     void WriteEntries();
     void WriteEntry(const std::string& name, const std::string& numbers);
     void ShowLinesAnew();
-    void ShowRecipesOf(const std::string& text, bool takeRecipe);
+    void ShowRecipesOf(const std::string& text);
     void TakeFirstRecipe(const std::string& text);
     void SetCurrentFromSelection();
 

@@ -264,19 +264,17 @@ void RichTextBox::Content::Scrolled() {
     if (own_ == 0 && box_) Fire(box_->OnScroll);
 }
 
-// A drop has moved the caret, and taken out what was dragged, without saying so yet.
-void RichTextBox::Content::TakeDrop() {
+void RichTextBox::Content::TakesMime() {
     selectionBehind_ = true;
     textBehind_ = !screenBehind_;
 }
 
 void RichTextBox::Content::Insert(const RichText& text) {
-    TakeDrop();
     Inserted(Text().ReplaceSelection(text));
 }
 
 void RichTextBox::Content::Insert(std::u16string_view plain) {
-    TakeDrop();
+    selectionBehind_ = true;
     Inserted(Text().ReplaceSelection(plain));
 }
 

@@ -60,6 +60,7 @@ struct RichTextBox::Content : public RichTextWidget::Host {
     void UserMovedCaret() override;
     void Scrolled() override;
     RichText SelectedText() override { return Text().Selected(); }
+    void TakesMime() override;
     void Insert(const RichText& text) override;
     void Insert(std::u16string_view plain) override;
 
@@ -68,7 +69,6 @@ struct RichTextBox::Content : public RichTextWidget::Host {
     bool CaretIsTheUsers() const;
     bool Wholesale(const RichTextContent::Change& change) const;
     void Repeat(const RichTextContent::Change& change);
-    void TakeDrop();
     void Inserted(const RichTextContent::Change& change);
     void TakeSelection();
     void ShowSelection();

@@ -36,8 +36,8 @@ RichText FromHtml(const QString& html, double dotsPerInch) {
     return RichTextOf(foreign, dotsPerInch);
 }
 
-// Line ends of plain text and of rich text alike.
-constexpr std::u16string_view kLineEnds = u"\r\n\u2028\u2029";
+// What divides lines and columns, in plain text and in rich text alike.
+constexpr std::u16string_view kDividers = u"\r\n\t\u2028\u2029";
 
 bool HasWords(const std::u16string& units) {
     return units.find_first_not_of(u" \u00A0\u2029") != std::u16string::npos;
@@ -85,16 +85,16 @@ std::optional<Incoming> IncomingFrom(const QMimeData& source, double dotsPerInch
 Incoming InOneLine(const Incoming& incoming) {
     const auto* rich = std::get_if<RichText>(&incoming);
     const std::u16string& units = rich ? rich->Units() : std::get<std::u16string>(incoming);
-    const std::size_t from = units.find_first_not_of(kLineEnds);
+    const std::size_t from = units.find_first_not_of(kDividers);
     if (from == std::u16string::npos) return std::u16string();
-    const std::size_t to = units.find_last_not_of(kLineEnds) + 1;
-    if (rich && units.find_first_of(kLineEnds, from) >= to) {
+    const std::size_t to = units.find_last_not_of(kDividers) + 1;
+    if (rich && units.find_first_of(kDividers, from) >= to) {
         return rich->Cut(rich->PositionAt(from), rich->PositionAt(to));
     }
     std::u16string line;
     for (std::size_t i = from; i < to; ++i) {
-        const bool end = kLineEnds.find(units[i]) != std::u16string::npos;
-        if (!end) {
+        const bool divides = kDividers.find(units[i]) != std::u16string::npos;
+        if (!divides) {
             line += units[i];
         } else if (line.back() != u' ') {
             line += u' ';

@@ -366,6 +366,7 @@ void RichTextWidget::Widget::insertFromMimeData(const QMimeData* source) {
     auto incoming = IncomingFrom(*source, logicalDpiY());
     if (!incoming) return;
     if (oneLine_) incoming = InOneLine(*incoming);
+    host_->TakesMime();
     std::visit([this](const auto& text) { host_->Insert(text); }, *incoming);
 }
 

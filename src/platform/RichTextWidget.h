@@ -28,6 +28,9 @@ class RichTextWidget {
         virtual void Scrolled() = 0;
         // The clipboard and what is dragged.
         virtual RichText SelectedText() = 0;
+        // Before what comes from there: a drop has moved the caret, and taken out what was dragged,
+        // without telling of it yet.
+        virtual void TakesMime() = 0;
         virtual void Insert(const RichText& text) = 0;
         virtual void Insert(std::u16string_view plain) = 0;
     };

@@ -372,6 +372,27 @@ TEST_F(RecipesOnShow, DeletingAmongAllRecipesShowsTheNeighbourWhereverTheBarIs) 
     EXPECT_EQ(List(2).SelectedItem()->Tag, "10");
 }
 
+// With recipes deleted before them, the last ones stand behind the end of the list.
+TEST_F(RecipesOnShow, DeletingARecipeBehindTheEndOfAllRecipesShowsTheLastLine) {
+    Book = CookBook();
+    Book.AddManyStock(5);
+    Book.AddManyOwn(5 * Fit2);
+    ASSERT_TRUE(Start());
+    ClickCategory("ALL RECIPES");
+    const std::int32_t last = 5 + 5 * Fit2;
+    for (const std::int32_t recipe : {6, 7, 8, 9, 10, last}) {
+        if (recipe == last) Main().lists.ShowListItems(2, last - 5 - Fit2 + 1, false);
+        Main().viewer.SetCurrentRecipe(recipe);
+        Boxes.Then(Dialogs::Answer::Ok);
+        Main().ownRecipes.DeleteRecipe(recipe, true, false);
+    }
+    ASSERT_NE(List(2).SelectedItem(), nullptr);
+    EXPECT_EQ(SelectedLine(2), List(2).Count());
+    EXPECT_EQ(List(2).SelectedItem()->Tag, std::to_string(Main().viewer.CurrentRecipe()));
+    EXPECT_LT(Main().viewer.CurrentRecipe(), last);
+    EXPECT_GT(Main().viewer.CurrentRecipe(), last - Fit2);
+}
+
 TEST_F(RecipesOnShow, RemovingFromAllRecipesMakesTheListShorterByOne) {
     ClickCategory("ALL RECIPES");
     PressLine(2, 2);

@@ -45,6 +45,19 @@ TEST_F(TheTitleOfANewRecipe, PastedInSeveralLinesComesInOneAndNothingOfItIsLost)
     EXPECT_NE(Main().store.GetRecipeRTF(7).find("Fish pie Bake it. Serve."), std::string::npos);
 }
 
+// Behind a tab a title ends.
+TEST_F(TheTitleOfANewRecipe, PastedFromAListOrATableHasNoTabs) {
+    for (const auto& [type, bytes] : {std::pair{"text/html", "<ol><li>Clam chowder</li></ol>"},
+                                      std::pair{"text/rtf", "{\\rtf1 1.\\tab Clam chowder\\par}"},
+                                      std::pair{"text/plain", "1.\t\tClam chowder"}}) {
+        PasteAnew(type, bytes);
+        EXPECT_EQ(Box().Text(), "1. Clam chowder") << type;
+    }
+    Editor().rtbRecipe.SetText("With peas.");
+    ClickOn(Editor().ibAdd);
+    EXPECT_EQ(Main().store.GetRecipeTitle(7), "1. Clam chowder");
+}
+
 TEST_F(TheTitleOfANewRecipe, PastedAsRichTextOfSeveralLinesHasTheFormatOfItsPlace) {
     for (const auto& [type, bytes] :
          {std::pair{"text/rtf", "{\\rtf1\\i Fish\\par\\par\\line pie\\par}"},

@@ -408,15 +408,6 @@ TEST_F(RecipeFinderTest, TheFilesOfTheIndexAreClosedAfterASearch) {
     EXPECT_FALSE(scene.Data.Files.IsOpen(filenumber::SearchIND));
 }
 
-TEST_F(RecipeFinderTest, AQueryReadsTheIndexOnceForAllItsWords) {
-    int opened = 0;
-    scene.Data.Files.Watch([&](const NumberedFiles::Access& access) {
-        if (access.Kind == "open" && access.Number == filenumber::SearchYDB) ++opened;
-    });
-    EXPECT_EQ(scene.Find("salmon and dill, trout"), " 5 ");
-    EXPECT_EQ(opened, 1);
-}
-
 TEST_F(RecipeFinderTest, OwnRecipesAreReturnedAsTheirNumbers) {
     EXPECT_EQ(scene.Finder.FindInCustomRecipes("salmon", ""), " 21 24 ");
     EXPECT_EQ(scene.Finder.FindInCustomRecipes("salmon", " 24 22 "), " 24 ");
