@@ -1,5 +1,7 @@
 #include "store/RecipeJournal.h"
 
+#include <utility>
+
 #include "platform/Failure.h"
 
 namespace larder {
@@ -36,25 +38,32 @@ void RecipeJournal::Open(const RecipePair& pair) {
 }
 
 bool RecipeJournal::Settle() {
-    if (unfinished_) {
-        TakeBack(*unfinished_);
-        return true;
-    }
-    const bool text = files_.Exists(paths_.strRecipesTempFile);
-    const bool index = files_.Exists(paths_.strRecipesIndexTempFile);
-    if (!text && !index) return false;
-    Close(TemporaryPair(paths_));
-    if (index && !text) {
-        FinishPair();
-        return true;
-    }
-    const bool changed = !index && SettleChange();
-    DeleteTemporaries();
-    return changed;
+    SettleFiles();
+    return std::exchange(changed_, false);
 }
 
 void RecipeJournal::SettleForReaders() {
-    if (unfinished_ || textRenamed_) Settle();
+    if (unfinished_ || textRenamed_) SettleFiles();
+}
+
+void RecipeJournal::SettleFiles() {
+    if (unfinished_) {
+        changed_ = true;
+        TakeBack(*unfinished_);
+        return;
+    }
+    // Its readers have the temporary index open, which is about to be renamed or deleted.
+    if (renamed_) Close(*renamed_);
+    const bool text = files_.Exists(paths_.strRecipesTempFile);
+    const bool index = files_.Exists(paths_.strRecipesIndexTempFile);
+    if (text || index) Close(TemporaryPair(paths_));
+    if (index && !text) FinishPair();
+    if (text && !index && SettleChange()) changed_ = true;
+    if (text) DeleteTemporaries();
+    // An index of which renaming was told as failed may be in its place all the same.
+    if (textRenamed_) changed_ = true;
+    textRenamed_ = false;
+    renamed_.reset();
 }
 
 const RecordChange* RecipeJournal::HalfDone(int textNumber) const {

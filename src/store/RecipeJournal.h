@@ -29,7 +29,8 @@ class RecipeJournal {
     // record back unless it is complete, finishes a rewrite, deletes the temporary files. Nothing
     // happens when there are none. A failure names the file; the temporary files stay then, and
     // nothing may be written before a later call succeeds. Leaves the files that it needed closed.
-    // True when a recipe file may have changed: what was counted is to be counted anew.
+    // True when a recipe file may have changed since the last call, for readers too: what was
+    // counted is to be counted anew.
     bool Settle();
     // Settle for readers: does nothing unless a failure in this run has left the files so that they
     // would be misread.
@@ -55,6 +56,7 @@ class RecipeJournal {
     void PutInPlace(const RecipePair& pair);
 
   private:
+    void SettleFiles();
     RecipePair PairOf(const RecordChange& change) const;
     void WriteJournal(const RecordChange& change);
     std::optional<RecordChange> ReadJournal();
@@ -84,6 +86,7 @@ class RecipeJournal {
     std::optional<RecordChange> unfinished_;  // half done, and not taken back yet
     bool textRenamed_ = false;                // and its index not, since a failure in this run
     std::optional<RecipePair> renamed_;       // whose text that is, once it is known
+    bool changed_ = false;                    // a recipe file, and Settle has not told it
 };
 
 }  // namespace larder

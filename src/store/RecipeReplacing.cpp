@@ -76,7 +76,7 @@ void RecipeJournal::PutInPlace(const RecipePair& pair) {
         RenameIndex(pair);
     } catch (const Failure&) {
         textRenamed_ = !files_.Exists(text) && files_.Exists(index);
-        if (textRenamed_) renamed_ = pair;
+        renamed_ = textRenamed_ ? std::optional(pair) : std::nullopt;
         throw;
     }
 }
@@ -84,7 +84,8 @@ void RecipeJournal::PutInPlace(const RecipePair& pair) {
 // A rename may have been carried out although it was told as failed.
 std::string RecipeJournal::IndexFor(const RecipePair& pair) const {
     const std::string& index = paths_.strRecipesIndexTempFile;
-    const bool temporary = renamed_ && renamed_->Text == pair.Text && files_.Exists(index);
+    const bool temporary = textRenamed_ && renamed_ && renamed_->Text == pair.Text &&
+                           !files_.Exists(paths_.strRecipesTempFile) && files_.Exists(index);
     return temporary ? index : pair.IndexPath;
 }
 
@@ -126,8 +127,6 @@ void RecipeJournal::FinishPair() {
     } else {
         DeleteTemporaries();
     }
-    textRenamed_ = false;
-    renamed_.reset();
 }
 
 std::optional<RecipePair> RecipeJournal::OwnerByMark(const std::string& mark) const {

@@ -186,6 +186,48 @@ TEST_F(UnsettledReads, AnIndexThatTookItsPlaceThoughItsNameFailedToReachTheDiskI
     EXPECT_EQ(session.Store.GetRecipeTitle(6), "New");
 }
 
+TEST_F(UnsettledReads, ATextThatCouldNotBeReplacedIsReadByItsIndexAfterOneThatWas) {
+    int renames = 0;
+    session.Files.Watch([&](const NumberedFiles::Access& access) {
+        if (!access.Path.ends_with("Custom Recipes Index.ind")) return;
+        const bool refused = access.Kind == "rename" && ++renames == 1;
+        const bool named = access.Kind == "flush" && access.Number == 0;
+        if (refused || named) throw Failure(failure::DeviceError, "disk");
+    });
+    ASSERT_TRUE(session.Update(3, "Conger", "{\\rtf1 Conger}"));
+    EXPECT_EQ(renames, 2);
+    EXPECT_FALSE(HasTemporaries(BytesOf(folder.Native("Data"))));
+    RefuseRenameTo(session, "Custom Recipes.ydb");
+    EXPECT_FALSE(session.Update(3, "A much longer conger", "{\\rtf1 Conger}"));
+    EXPECT_TRUE(folder.Exists("Data/Recipes Index Temp.ind"));
+    Recipes expected = before;
+    expected[2] = {"Conger", "{\\rtf1 Conger}"};
+    EXPECT_EQ(ReadIn(session), expected);
+    EXPECT_TRUE(session.Add("New", "{}"));
+    expected.push_back({"New", "{}"});
+    EXPECT_EQ(ReadIn(session), expected);
+    EXPECT_EQ(RecipesIn(BytesOf(folder.Native("Data"))), expected);
+}
+
+TEST_F(UnsettledReads, RecipesAreCountedAnewByTheNextWriteWhenAReaderHasFinishedARewrite) {
+    ASSERT_TRUE(session.Update(4, "", ""));
+    RefuseRenameTo(session, "Custom Recipes Index.ind");
+    ASSERT_TRUE(session.Update(3, "Conger", "{\\rtf1 Conger}"));
+    StoreSession next(folder.Native("Data"));
+    next.Files.Watch([this](const NumberedFiles::Access& access) {
+        const bool index = access.Path.ends_with("Recipes Index Temp.ind");
+        if (broken && index && access.Kind == "read") throw Failure(failure::DeviceError, "disk");
+    });
+    StartAsFarAsItGoes(next);
+    EXPECT_EQ(next.Store.TotalRecipes(), 5) << "what cannot be read counts as present";
+    broken = false;
+    next.Files.CloseAll();
+    EXPECT_EQ(next.Store.GetRecipeTitle(3), "Conger");
+    EXPECT_FALSE(HasTemporaries(BytesOf(folder.Native("Data"))));
+    EXPECT_TRUE(next.Update(5, "Ray", ""));
+    EXPECT_EQ(next.Store.TotalRecipes(), 4);
+}
+
 // A record that was written over in part
 
 TEST_F(UnsettledReads, ARecordThatIsWrittenInPartIsReadAsItWas) {
