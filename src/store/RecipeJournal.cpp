@@ -150,8 +150,7 @@ bool RecipeJournal::SettleChange() {
     if (!change) return false;
     const RecipePair pair = PairOf(*change);
     if (!change->Custom) RequireStockOf(change->Disc);
-    // Of a first record the file may not have come into being.
-    if (change->TextLength == 0 && !files_.Exists(pair.TextPath)) return false;
+    if (IsFirstWithoutText(*change, pair)) return TakeBackEntry(*change, pair);
     Open(pair);
     bool takeBack = false;
     NamingFile(pair.TextPath, [&] {
@@ -163,6 +162,29 @@ bool RecipeJournal::SettleChange() {
     unfinished_ = change;  // until it is taken back, which may fail
     TakeBack(*change);
     return true;
+}
+
+// Of a first record the text may not have come into being, or be gone.
+bool RecipeJournal::IsFirstWithoutText(const RecordChange& change, const RecipePair& pair) const {
+    return change.TextLength == 0 && !files_.Exists(pair.TextPath);
+}
+
+// An entry without a text would have the next record be the second one. True when there was one.
+bool RecipeJournal::TakeBackEntry(const RecordChange& change, const RecipePair& pair) {
+    if (!change.Adds || !files_.Exists(pair.IndexPath)) return false;
+    bool takeBack = false;
+    NamingFile(pair.IndexPath, [&] {
+        Close(pair);
+        files_.Open(pair.Index, pair.IndexPath, FileMode::Random);
+        const std::int64_t growth = files_.Length(pair.Index) - change.IndexLength;
+        takeBack = growth > 0 && growth <= 4;
+        if (takeBack) {
+            files_.SetLength(pair.Index, change.IndexLength);
+            files_.Flush(pair.Index);
+        }
+    });
+    Close(pair);
+    return takeBack;
 }
 
 bool RecipeJournal::StockIsOnDisc() const {
@@ -225,6 +247,10 @@ void RecipeJournal::TakeBack(const RecordChange& change) {
 // What is there already is not written again: a file that must not be written was not changed
 // either. But it may be there for the system alone, so it is flushed.
 void RecipeJournal::PutBack(const RecordChange& change, const RecipePair& pair) {
+    if (IsFirstWithoutText(change, pair)) {
+        TakeBackEntry(change, pair);
+        return;
+    }
     Open(pair);
     if (!IsUntouched(change, pair)) {
         if (change.Adds) {

@@ -62,6 +62,8 @@ class RecipeJournal {
     std::optional<RecordChange> ReadJournal();
     void TakeBack(const RecordChange& change);
     void PutBack(const RecordChange& change, const RecipePair& pair);
+    bool IsFirstWithoutText(const RecordChange& change, const RecipePair& pair) const;
+    bool TakeBackEntry(const RecordChange& change, const RecipePair& pair);
     bool StockIsOnDisc() const;
     void RequireStockOf(bool disc) const;
     void Open(const RecipePair& pair);

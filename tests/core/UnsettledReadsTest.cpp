@@ -332,5 +332,33 @@ TEST_F(UnsettledReads, ANewRecipeThatIsThereInPartIsNotCountedAtAStart) {
     EXPECT_EQ(ReadIn(next).size(), 6U);
 }
 
+TEST_F(UnsettledReads, TheHalfOfAFirstRecipeWhoseTextIsGoneIsForgotten) {
+    for (const bool anotherStart : {false, true}) {
+        SCOPED_TRACE(anotherStart);
+        broken = true;
+        folder.Write("Data/Custom Recipes.ydb", "");
+        folder.Write("Data/Custom Recipes Index.ind", "");
+        StoreSession run(folder.Native("Data"));
+        run.Start();
+        run.Files.Watch([this](const NumberedFiles::Access& access) {
+            const bool users = access.Number == 21 || access.Number == 22;
+            const bool fails = access.Kind == "flush" || access.Kind == "truncate";
+            if (broken && users && fails) throw Failure(failure::DeviceError, "disk");
+        });
+        EXPECT_FALSE(run.Add("New", "{}"));
+        EXPECT_EQ(folder.Read("Data/Custom Recipes Index.ind"), IndexBytes({1}));
+        folder.Delete("Data/Custom Recipes.ydb");
+        broken = false;
+        StoreSession next(folder.Native("Data"));
+        if (anotherStart) next.Start();
+        StoreSession& then = anotherStart ? next : run;
+        EXPECT_TRUE(then.Add("Other", "{}"));
+        EXPECT_EQ(then.Store.TotalNumRecords, 3);
+        EXPECT_EQ(ReadIn(then), Recipes({before[0], before[1], {"Other", "{}"}}));
+        EXPECT_EQ(RecipesIn(BytesOf(folder.Native("Data"))), ReadIn(then));
+        EXPECT_FALSE(HasTemporaries(BytesOf(folder.Native("Data"))));
+    }
+}
+
 }  // namespace
 }  // namespace larder::test
