@@ -74,28 +74,28 @@ void MainEvents::ConnectPictures() {
     MainControls& ui = main.ui;
     ui.imgPicture.OnClick = Quietly([this] { main.screen.ClickPicture(); });
     ui.lblJustWithPics.OnClick = Quietly([this] { main.screen.ClickJustWithPics(); });
-    // Its click sounds by itself, so its looks change without a sound.
-    ui.imgAddToFavorites.OnMouseDown = [&ui](int, int, float, float) {
-        ui.imgAddToFavorites.SetPicture(ui.ImageList1.Item("StarPressed"));
+    const auto connectLooks = [this](Image& image, const std::string& key, bool sounds) {
+        const auto show = [this, &image, sounds](const std::string& look) {
+            Ignoring([&] {
+                if (sounds) {
+                    main.screen.DoButton(image, look);
+                } else {
+                    image.SetPicture(main.ui.ImageList1.Item(look));
+                }
+            });
+        };
+        image.OnMouseDown = [show, key](int, int, float, float) { show(key + "Pressed"); };
+        image.OnMouseUp = [show, key](int, int, float, float) { show(key); };
     };
-    ui.imgAddToFavorites.OnMouseUp = [&ui](int, int, float, float) {
-        ui.imgAddToFavorites.SetPicture(ui.ImageList1.Item("Star"));
-    };
+    connectLooks(ui.imgAddToFavorites, "Star", false);  // its click sounds by itself
+    connectLooks(ui.imgSortByName, "ByName", true);
+    connectLooks(ui.imgSortByNum, "ByNum", true);
     ui.imgAddToFavorites.OnClick = Quietly([this] {
         main.SoundClick();
         main.favorites.AddToFavorites(main.viewer.CurrentRecipe());
     });
-    const auto connectSort = [this](Image& image, const std::string& key, std::int16_t column) {
-        image.OnMouseDown = [this, &image, key](int, int, float, float) {
-            Ignoring([&] { main.screen.DoButton(image, key + "Pressed"); });
-        };
-        image.OnMouseUp = [this, &image, key](int, int, float, float) {
-            Ignoring([&] { main.screen.DoButton(image, key); });
-        };
-        image.OnClick = Quietly([this, column] { main.recipes.SortListBy(column, 0); });
-    };
-    connectSort(ui.imgSortByName, "ByName", 3);
-    connectSort(ui.imgSortByNum, "ByNum", 2);
+    ui.imgSortByName.OnClick = Quietly([this] { main.recipes.SortListBy(3, 0); });
+    ui.imgSortByNum.OnClick = Quietly([this] { main.recipes.SortListBy(2, 0); });
 }
 
 void MainEvents::ConnectMenu() {

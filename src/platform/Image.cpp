@@ -28,20 +28,12 @@ class Image::Widget : public QWidget {
 
     bool IsButton() const { return focusPolicy() != Qt::NoFocus; }
 
-    void Press(int shift) {
-        held_ = true;
-        Fire(image_.OnMouseDown, mouse::LeftButton, shift, CentreX(), CentreY());
-    }
-    void EndPress() {
-        if (!held_) return;
-        held_ = false;
-        Fire(image_.OnMouseUp, mouse::LeftButton, 0, CentreX(), CentreY());
-    }
-    void Release() {
-        if (!held_) return;
+    // A whole press of a button at once, as assistive technology makes it.
+    void PressAndRelease() {
+        if (held_ != Held::No) return;
         const QPointer<Widget> alive(this);
-        EndPress();
-        if (!alive.isNull()) Fire(image_.OnClick);
+        PressBySpace(0);
+        if (!alive.isNull()) ReleaseSpace();
     }
 
   protected:
@@ -53,38 +45,83 @@ class Image::Widget : public QWidget {
 
     void mousePressEvent(QMouseEvent* event) override {
         event->setAccepted(image_.OnClick || image_.OnMouseDown || image_.OnMouseUp);
+        if (IsButton()) {
+            if (held_ != Held::No || event->button() != Qt::LeftButton) return;
+            Hold(Held::ByMouse);
+        }
         FireMouse(image_.OnMouseDown, *event);
     }
     void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
     void mouseMoveEvent(QMouseEvent* event) override { FireMouse(image_.OnMouseMove, *event); }
 
     void mouseReleaseEvent(QMouseEvent* event) override {
-        const bool clicks =
-            event->button() == Qt::LeftButton && rect().contains(event->position().toPoint());
+        const bool left = event->button() == Qt::LeftButton;
+        const bool clicks = left && rect().contains(event->position().toPoint());
+        if (IsButton()) {
+            if (held_ != Held::ByMouse || !left) return;
+            LetGo();
+        }
+        const QPointer<Widget> alive(this);
         FireMouse(image_.OnMouseUp, *event);
-        if (clicks) Fire(image_.OnClick);
+        if (clicks && !alive.isNull()) Fire(image_.OnClick);
     }
 
     void keyPressEvent(QKeyEvent* event) override {
         if (!IsButton() || event->key() != Qt::Key_Space) return QWidget::keyPressEvent(event);
-        if (!event->isAutoRepeat() && !held_) Press(ShiftOf(*event));
+        if (!event->isAutoRepeat() && held_ == Held::No) PressBySpace(ShiftOf(*event));
     }
     void keyReleaseEvent(QKeyEvent* event) override {
         if (!IsButton() || event->key() != Qt::Key_Space) return QWidget::keyReleaseEvent(event);
-        if (!event->isAutoRepeat()) Release();
+        if (!event->isAutoRepeat()) ReleaseSpace();
     }
     void focusOutEvent(QFocusEvent*) override {
-        EndPress();
+        if (held_ == Held::BySpace) EndPress();
         update();
     }
     void hideEvent(QHideEvent*) override { EndPress(); }
 
+    // While a press lasts, the window's own events are watched.
+    bool eventFilter(QObject*, QEvent* event) override {
+        const bool lost =
+            event->type() == QEvent::WindowBlocked || event->type() == QEvent::WindowDeactivate;
+        if (lost) EndPress();
+        return false;
+    }
+
   private:
+    enum class Held { No, BySpace, ByMouse };
+
+    void Hold(Held held) {
+        held_ = held;
+        window()->installEventFilter(this);
+    }
+    void LetGo() {
+        held_ = Held::No;
+        window()->removeEventFilter(this);
+    }
+    // The press ends and its release will never be seen, or is that of Space.
+    void EndPress() {
+        if (held_ == Held::No) return;
+        LetGo();
+        Fire(image_.OnMouseUp, mouse::LeftButton, 0, CentreX(), CentreY());
+    }
+
+    void PressBySpace(int shift) {
+        Hold(Held::BySpace);
+        Fire(image_.OnMouseDown, mouse::LeftButton, shift, CentreX(), CentreY());
+    }
+    void ReleaseSpace() {
+        if (held_ != Held::BySpace) return;
+        const QPointer<Widget> alive(this);
+        EndPress();
+        if (!alive.isNull()) Fire(image_.OnClick);
+    }
+
     float CentreX() const { return image_.Width() / 2; }
     float CentreY() const { return image_.Height() / 2; }
 
     Image& image_;
-    bool held_ = false;  // by Space
+    Held held_ = Held::No;  // of a button alone
 };
 
 // What a screen reader sees of a picture: a graphic, or a button to be pressed.
@@ -109,10 +146,7 @@ class Image::Widget::Accessible : public QAccessibleWidget {
 
     void doAction(const QString& name) override {
         if (name != pressAction()) return QAccessibleWidget::doAction(name);
-        if (!widget_.IsButton()) return;
-        const QPointer<Widget> alive(&widget_);
-        widget_.Press(0);
-        if (!alive.isNull()) widget_.Release();
+        if (widget_.IsButton()) widget_.PressAndRelease();
     }
 
     QStringList keyBindingsForAction(const QString& name) const override {

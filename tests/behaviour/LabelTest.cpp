@@ -259,6 +259,58 @@ TEST_F(APictureButton, IsLetGoWithoutAClickWhenTheFocusGoesOrItIsHidden) {
     EXPECT_EQ(told_, "D1@750U1D1@750U1");
 }
 
+TEST_F(APictureButton, ThePressOfTheMouseEndsWhenItIsHidden) {
+    QTest::mousePress(image_.Native(), Qt::LeftButton, {}, QPoint(5, 5));
+    image_.SetVisible(false);
+    EXPECT_EQ(told_, "D1@75U1");
+    image_.SetVisible(true);
+    QTest::mouseRelease(image_.Native(), Qt::LeftButton, {}, QPoint(5, 5));
+    EXPECT_EQ(told_, "D1@75U1") << "the release is that of no press";
+}
+
+TEST_F(APictureButton, AnotherWindowThatComesToTheFrontLetsItGo) {
+    QTest::mousePress(image_.Native(), Qt::LeftButton, {}, QPoint(5, 5));
+    Window dialog("frmDialog", &window);
+    ShowAndActivate(dialog);
+    EXPECT_EQ(told_, "D1@75U1");
+}
+
+TEST_F(APictureButton, ADialogThatBlocksItsWindowLetsItGo) {
+    QTest::mousePress(image_.Native(), Qt::LeftButton, {}, QPoint(5, 5));
+    QEvent blocked(QEvent::WindowBlocked);
+    QApplication::sendEvent(window.Native(), &blocked);
+    EXPECT_EQ(told_, "D1@75U1");
+    QApplication::sendEvent(window.Native(), &blocked);
+    EXPECT_EQ(told_, "D1@75U1") << "once";
+}
+
+TEST_F(APictureButton, TheMouseIsNotHeardDuringAPressOfSpaceNorSpaceDuringOneOfTheMouse) {
+    image_.SetFocus();
+    SendSpace(QEvent::KeyPress, false);
+    QTest::mouseClick(image_.Native(), Qt::LeftButton, {}, QPoint(5, 5));
+    EXPECT_EQ(told_, "D1@750");
+    SendSpace(QEvent::KeyRelease, false);
+    EXPECT_EQ(told_, "D1@750U1C");
+    told_.clear();
+    QTest::mousePress(image_.Native(), Qt::LeftButton, {}, QPoint(5, 5));
+    SendSpace(QEvent::KeyPress, false);
+    SendSpace(QEvent::KeyRelease, false);
+    Accessible(image_)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(told_, "D1@75");
+    QTest::mouseRelease(image_.Native(), Qt::LeftButton, {}, QPoint(5, 5));
+    EXPECT_EQ(told_, "D1@75U1C");
+}
+
+TEST_F(APictureButton, OnlyTheLeftMouseButtonPressesIt) {
+    QTest::mouseClick(image_.Native(), Qt::RightButton, {}, QPoint(5, 5));
+    EXPECT_EQ(told_, "");
+    QTest::mousePress(image_.Native(), Qt::LeftButton, {}, QPoint(5, 5));
+    QTest::mouseClick(image_.Native(), Qt::RightButton, {}, QPoint(5, 5));
+    EXPECT_EQ(told_, "D1@75");
+    QTest::mouseRelease(image_.Native(), Qt::LeftButton, {}, QPoint(-5, 5));
+    EXPECT_EQ(told_, "D1@75U1") << "off the picture it is no click";
+}
+
 TEST_F(APictureButton, OtherKeysAreNotForIt) {
     image_.SetFocus();
     for (const Qt::Key key : {Qt::Key_A, Qt::Key_Return, Qt::Key_Down})

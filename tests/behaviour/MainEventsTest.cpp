@@ -287,6 +287,19 @@ TEST_F(MainEventsTest, APictureThatIsAButtonShowsThatItIsPressed) {
     }
 }
 
+TEST_F(MainEventsTest, APictureThatIsTakenOffTheScreenDuringAPressDoesNotComeBackPressed) {
+    ASSERT_TRUE(Start());
+    for (const Image* image : {&Ui().imgSortByName, &Ui().imgSortByNum, &Ui().imgAddToFavorites}) {
+        const auto normal = image->Shown().Shared();
+        QTest::mousePress(image->Native(), Qt::LeftButton);
+        ASSERT_NE(image->Shown().Shared(), normal) << image->Name();
+        Main().screen.HideAll(true);
+        Main().screen.HideAll(false);
+        EXPECT_EQ(image->Shown().Shared(), normal) << image->Name();
+        QTest::mouseRelease(image->Native(), Qt::LeftButton);
+    }
+}
+
 TEST_F(MainEventsTest, TheSortPicturesSortTheLinesAndASecondPressTurnsThemRound) {
     const int pike = Book.AddStock("Pike");
     const int bream = Book.AddStock("Bream");
