@@ -89,11 +89,14 @@ class Label::Widget : public QWidget {
     }
 
   protected:
-    // Captions change often while a list grows, and measuring one costs more than all the rest: it
-    // waits until somebody looks.
+    // What is added for a text that is cut is told and forgotten: the text, the font or the room
+    // may be others at any moment after.
     bool event(QEvent* event) override {
-        if (event->type() == QEvent::ToolTip) label_.TellToolTip();
-        return QWidget::event(event);
+        if (event->type() != QEvent::ToolTip) return QWidget::event(event);
+        label_.TellToolTip();
+        const bool told = QWidget::event(event);
+        setToolTip(NativeToolTip(label_.ToolTipText()));
+        return told;
     }
 
     void paintEvent(QPaintEvent*) override {
@@ -145,6 +148,8 @@ Label::Widget* Label::Mine() const {
     return static_cast<Widget*>(Native());
 }
 
+// Captions change often while a list grows, and measuring one costs more than all the rest: it
+// waits until somebody looks.
 void Label::SetCaption(const std::string& caption) {
     if (caption == caption_) return;
     caption_ = caption;

@@ -1,5 +1,7 @@
 #include "platform/Label.h"
 
+#include <QToolTip>
+
 #include "ShownWindow.h"
 #include "platform/CheckBox.h"
 #include "platform/Failure.h"
@@ -31,8 +33,7 @@ class ALabel : public test::ShownWindow {
     QString Tip() {
         QHelpEvent asks(QEvent::ToolTip, QPoint(1, 1), label_.Native()->mapToGlobal(QPoint(1, 1)));
         QApplication::sendEvent(label_.Native(), &asks);
-        EXPECT_EQ(asks.isAccepted(), !label_.Native()->toolTip().isEmpty());
-        return label_.Native()->toolTip();
+        return asks.isAccepted() ? QToolTip::text() : QString();
     }
 
     Label label_{window, "lblFound"};
@@ -63,6 +64,20 @@ TEST_F(ALabel, ATextTooWideEndsInAnEllipsisAndJoinsTheToolTip) {
     label_.SetFont({Font::Family::Serif, 1});
     label_.SetCaption("tiny");
     EXPECT_EQ(Tip(), QStringLiteral("tip"));
+}
+
+TEST_F(ALabel, NothingOfATextThatWasCutStaysBehindWhenTheTextIsAnother) {
+    const std::string text(200, 'x');
+    label_.SetToolTipText("tip");
+    label_.SetCaption(text);
+    ASSERT_EQ(Tip(), QString::fromStdString(text + "\ntip"));
+    label_.SetCaption("short");
+    EXPECT_EQ(Accessible(label_)->text(QAccessible::Description), QStringLiteral("tip"));
+    label_.SetToolTipText("");
+    label_.SetCaption(text);
+    ASSERT_EQ(Tip(), QString::fromStdString(text));
+    label_.SetCaption("short");
+    EXPECT_EQ(Accessible(label_)->text(QAccessible::Description), QString());
 }
 
 TEST_F(ALabel, BreaksIntoAsManyLinesAsThereIsRoomFor) {
