@@ -130,14 +130,13 @@ TEST_F(MainControlsTest, TheListsAndTheTextHaveAccessibleNames) {
 TEST_F(MainControlsTest, AScreenReaderReadsTheTextOfALabel) {
     Book.Numbers("WHALES") = " ";
     ASSERT_TRUE(Start());
-    const auto read = [](const Label& label) {
-        return QAccessible::queryAccessibleInterface(label.Native())
-            ->text(QAccessible::Name)
-            .toStdString();
+    const auto read = [](const Label& label, QAccessible::Text what = QAccessible::Name) {
+        return QAccessible::queryAccessibleInterface(label.Native())->text(what).toStdString();
     };
     EXPECT_EQ(read(Ui().lblCategory), "MY FAVORITES");
     EXPECT_EQ(read(Ui().lblFound), "1 recipe found ");
-    EXPECT_EQ(read(Ui().lblTotal), "1");
+    EXPECT_EQ(read(Ui().lblTotal), "Recipes in the database") << "a bare number tells nothing";
+    EXPECT_EQ(read(Ui().lblTotal, QAccessible::Description), "1 recipes in the database");
     EXPECT_EQ(read(Ui().lblRecipeNum), "# 1");
     ClickCategory("WHALES");
     EXPECT_EQ(read(Ui().lblCategory), "     WHALES");
