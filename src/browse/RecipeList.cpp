@@ -48,7 +48,6 @@ int RecipeList::BringBarTo(std::int32_t number) {
     return before + 1;
 }
 
-// The caption is put together first: a label measures every text that it is given.
 void RecipeList::ReportRecipesFound(const std::string& strAppend) {
     Label& found = main.ui.lblFound;
     found.SetVisible(true);

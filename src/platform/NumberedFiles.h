@@ -143,7 +143,7 @@ class NumberedFiles {
     // Lets the owner write a file that is marked as not to be written. False when there was no
     // such mark or it could not be taken away.
     bool ClearReadOnly(const std::string& path);
-    // Puts `from` in the place of `to`, with its rights, in one step, and flushes the folder.
+    // Puts `from` in place of `to` in one step, its rights as far as may be; flushes the folder.
     void Replace(const std::string& from, const std::string& to);
     // A copy, byte for byte, in the place of what `to` was: written beside it (its name with
     // ".new" behind), flushed, and put there in one step. Makes the folder of `to` when only that
