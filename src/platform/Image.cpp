@@ -10,6 +10,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include "platform/ButtonPress.h"
 #include "platform/Handlers.h"
 #include "platform/Keys.h"
 #include "platform/Native.h"
@@ -30,10 +31,8 @@ class Image::Widget : public QWidget {
 
     // A whole press of a button at once, as assistive technology makes it.
     void PressAndRelease() {
-        if (held_ != Held::No) return;
         const QPointer<Widget> alive(this);
-        PressBySpace(0);
-        if (!alive.isNull()) ReleaseSpace();
+        if (PressBySpace(0) && !alive.isNull()) ReleaseSpace();
     }
 
   protected:
@@ -45,10 +44,8 @@ class Image::Widget : public QWidget {
 
     void mousePressEvent(QMouseEvent* event) override {
         event->setAccepted(image_.OnClick || image_.OnMouseDown || image_.OnMouseUp);
-        if (IsButton()) {
-            if (held_ != Held::No || event->button() != Qt::LeftButton) return;
-            Hold(Held::ByMouse);
-        }
+        const bool left = event->button() == Qt::LeftButton;
+        if (IsButton() && !(left && press_.BeginByMouse(*event))) return;
         FireMouse(image_.OnMouseDown, *event);
     }
     void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
@@ -57,10 +54,7 @@ class Image::Widget : public QWidget {
     void mouseReleaseEvent(QMouseEvent* event) override {
         const bool left = event->button() == Qt::LeftButton;
         const bool clicks = left && rect().contains(event->position().toPoint());
-        if (IsButton()) {
-            if (held_ != Held::ByMouse || !left) return;
-            LetGo();
-        }
+        if (IsButton() && !press_.EndByMouse(*event)) return;
         const QPointer<Widget> alive(this);
         FireMouse(image_.OnMouseUp, *event);
         if (clicks && !alive.isNull()) Fire(image_.OnClick);
@@ -68,60 +62,33 @@ class Image::Widget : public QWidget {
 
     void keyPressEvent(QKeyEvent* event) override {
         if (!IsButton() || event->key() != Qt::Key_Space) return QWidget::keyPressEvent(event);
-        if (!event->isAutoRepeat() && held_ == Held::No) PressBySpace(ShiftOf(*event));
+        if (!event->isAutoRepeat()) PressBySpace(ShiftOf(*event));
     }
     void keyReleaseEvent(QKeyEvent* event) override {
         if (!IsButton() || event->key() != Qt::Key_Space) return QWidget::keyReleaseEvent(event);
         if (!event->isAutoRepeat()) ReleaseSpace();
     }
-    void focusOutEvent(QFocusEvent*) override {
-        if (held_ == Held::BySpace) EndPress();
-        update();
-    }
-    void hideEvent(QHideEvent*) override { EndPress(); }
-
-    // While a press lasts, the window's own events are watched.
-    bool eventFilter(QObject*, QEvent* event) override {
-        const bool lost =
-            event->type() == QEvent::WindowBlocked || event->type() == QEvent::WindowDeactivate;
-        if (lost) EndPress();
-        return false;
-    }
+    void focusOutEvent(QFocusEvent*) override { update(); }
 
   private:
-    enum class Held { No, BySpace, ByMouse };
-
-    void Hold(Held held) {
-        held_ = held;
-        window()->installEventFilter(this);
-    }
-    void LetGo() {
-        held_ = Held::No;
-        window()->removeEventFilter(this);
-    }
-    // The press ends and its release will never be seen, or is that of Space.
-    void EndPress() {
-        if (held_ == Held::No) return;
-        LetGo();
-        Fire(image_.OnMouseUp, mouse::LeftButton, 0, CentreX(), CentreY());
-    }
-
-    void PressBySpace(int shift) {
-        Hold(Held::BySpace);
+    bool PressBySpace(int shift) {
+        if (!press_.BeginBySpace()) return false;
         Fire(image_.OnMouseDown, mouse::LeftButton, shift, CentreX(), CentreY());
+        return true;
     }
     void ReleaseSpace() {
-        if (held_ != Held::BySpace) return;
+        if (!press_.EndBySpace()) return;
         const QPointer<Widget> alive(this);
-        EndPress();
+        FireMouseUp();
         if (!alive.isNull()) Fire(image_.OnClick);
     }
 
+    void FireMouseUp() { Fire(image_.OnMouseUp, mouse::LeftButton, 0, CentreX(), CentreY()); }
     float CentreX() const { return image_.Width() / 2; }
     float CentreY() const { return image_.Height() / 2; }
 
     Image& image_;
-    Held held_ = Held::No;  // of a button alone
+    ButtonPress press_{this, [this](int) { FireMouseUp(); }};  // of a button alone
 };
 
 // What a screen reader sees of a picture: a graphic, or a button to be pressed.

@@ -13,6 +13,7 @@
 #include <QWidget>
 #include <utility>
 
+#include "platform/ButtonPress.h"
 #include "platform/Fonts.h"
 #include "platform/Handlers.h"
 #include "platform/Keys.h"
@@ -21,8 +22,7 @@
 
 namespace larder {
 
-// The press of a button: by one mouse button or by Space, from its beginning to its end. While it
-// is held and off the button, the button looks up again.
+// While a press is held with the mouse off the button, the button looks up again.
 class ImageButton::Widget : public QWidget {
   public:
     Widget(QWidget* parent, ImageButton& button) : QWidget(parent), button_(button) {
@@ -60,23 +60,21 @@ class ImageButton::Widget : public QWidget {
     void paintEvent(QPaintEvent*) override;
 
     void mousePressEvent(QMouseEvent* event) override {
-        if (heldBy_ != Qt::NoButton || spaceHeld_) return;
-        heldBy_ = event->button();
-        BeginPress();
+        if (!press_.BeginByMouse(*event)) return;
+        SetPressed(true);
         FireMouse(button_.OnMouseDown, *event);
     }
     // A second quick press is a press like the first.
     void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
 
     void mouseMoveEvent(QMouseEvent* event) override {
-        if (heldBy_ != Qt::NoButton) SetPressed(IsOver(*event));
+        if (press_.IsHeld() && !press_.IsHeldBySpace()) SetPressed(IsOver(*event));
     }
 
     void mouseReleaseEvent(QMouseEvent* event) override {
-        if (heldBy_ == Qt::NoButton || event->button() != heldBy_) return;
-        const bool clicks = heldBy_ == Qt::LeftButton && IsOver(*event);
-        heldBy_ = Qt::NoButton;
-        Release();
+        if (!press_.EndByMouse(*event)) return;
+        const bool clicks = event->button() == Qt::LeftButton && IsOver(*event);
+        SetPressed(false);
         const QPointer<Widget> alive(this);
         FireMouse(button_.OnMouseUp, *event);
         if (clicks && !alive.isNull()) Fire(button_.OnClick);
@@ -92,19 +90,7 @@ class ImageButton::Widget : public QWidget {
         }
         update();
     }
-    void focusOutEvent(QFocusEvent*) override {
-        if (spaceHeld_) EndPress();
-        update();
-    }
-    void hideEvent(QHideEvent*) override { EndPress(); }
-
-    // While a press lasts, the window's own events are watched.
-    bool eventFilter(QObject*, QEvent* event) override {
-        const bool lost =
-            event->type() == QEvent::WindowBlocked || event->type() == QEvent::WindowDeactivate;
-        if (lost) EndPress();
-        return false;
-    }
+    void focusOutEvent(QFocusEvent*) override { update(); }
 
   private:
     float CentreX() const { return button_.Width() / 2; }
@@ -118,31 +104,15 @@ class ImageButton::Widget : public QWidget {
         update();
     }
 
-    void BeginPress() {
-        SetPressed(true);
-        window()->installEventFilter(this);
-    }
-    void Release() {
+    // The press has ended, and its release will never be seen or is that of Space.
+    void EndPress(int button) {
         SetPressed(false);
-        window()->removeEventFilter(this);
-    }
-
-    // The press ends and its release will never be seen.
-    void EndPress() {
-        if (heldBy_ == Qt::NoButton && !spaceHeld_) return;
-        const int held = heldBy_ == Qt::RightButton    ? mouse::RightButton
-                         : heldBy_ == Qt::MiddleButton ? mouse::MiddleButton
-                                                       : mouse::LeftButton;
-        heldBy_ = Qt::NoButton;
-        spaceHeld_ = false;
-        Release();
-        Fire(button_.OnMouseUp, held, 0, CentreX(), CentreY());
+        Fire(button_.OnMouseUp, button, 0, CentreX(), CentreY());
     }
 
     ImageButton& button_;
     QShortcut accessKey_{this};
-    Qt::MouseButton heldBy_ = Qt::NoButton;
-    bool spaceHeld_ = false;
+    ButtonPress press_{this, [this](int button) { EndPress(button); }};
     bool ring_ = false;  // the focus came by the keyboard or by program
 };
 
@@ -151,17 +121,16 @@ void ImageButton::Widget::keyPressEvent(QKeyEvent* event) {
         if (!event->isAutoRepeat()) PressAndRelease();
         return;
     }
-    if (event->key() == Qt::Key_Escape && spaceHeld_) {
-        EndPress();
+    if (event->key() == Qt::Key_Escape && press_.IsHeldBySpace()) {
+        press_.Abandon();
         return;
     }
     if (event->key() != Qt::Key_Space) {
         event->ignore();
         return;
     }
-    if (event->isAutoRepeat() || spaceHeld_ || heldBy_ != Qt::NoButton) return;
-    spaceHeld_ = true;
-    BeginPress();
+    if (event->isAutoRepeat() || !press_.BeginBySpace()) return;
+    SetPressed(true);
     Fire(button_.OnMouseDown, mouse::LeftButton, ShiftOf(*event), CentreX(), CentreY());
 }
 
@@ -170,9 +139,9 @@ void ImageButton::Widget::keyReleaseEvent(QKeyEvent* event) {
         event->ignore();
         return;
     }
-    if (event->isAutoRepeat() || !spaceHeld_) return;
+    if (event->isAutoRepeat() || !press_.EndBySpace()) return;
     const QPointer<Widget> alive(this);
-    EndPress();
+    EndPress(mouse::LeftButton);
     if (!alive.isNull()) Fire(button_.OnClick);
 }
 

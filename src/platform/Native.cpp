@@ -139,9 +139,8 @@ int ShiftOf(const QInputEvent& event) {
     return mask;
 }
 
-namespace {
-
-int ButtonMask(Qt::MouseButtons buttons) {
+int ButtonMask(int nativeButtons) {
+    const Qt::MouseButtons buttons(nativeButtons);
     int mask = 0;
     if (buttons & Qt::LeftButton) mask |= mouse::LeftButton;
     if (buttons & Qt::RightButton) mask |= mouse::RightButton;
@@ -149,12 +148,10 @@ int ButtonMask(Qt::MouseButtons buttons) {
     return mask;
 }
 
-}  // namespace
-
 void FireMouse(const MouseHandler& handler, const QMouseEvent& event) {
     const bool moves = event.type() == QEvent::MouseMove;
     const QPointF place = event.position() * static_cast<qreal>(TwipsPerPixel);
-    Fire(handler, ButtonMask(moves ? event.buttons() : event.button()), ShiftOf(event),
+    Fire(handler, ButtonMask(moves ? event.buttons().toInt() : event.button()), ShiftOf(event),
          static_cast<float>(place.x()), static_cast<float>(place.y()));
 }
 

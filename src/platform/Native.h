@@ -38,6 +38,9 @@ QRect NativePlace(const Rectangle& place);
 int KeyCodeOf(const QKeyEvent& event);
 int ShiftOf(const QInputEvent& event);
 
+// The mask of platform/Keys.h for one or more buttons of Qt::MouseButton.
+int ButtonMask(int nativeButtons);
+
 // The handlers of mouse events: the button that went down or up, or on a move the mask of those
 // that are held; the mask of shift keys; the place in twips.
 using MouseHandler = std::function<void(int Button, int Shift, float X, float Y)>;

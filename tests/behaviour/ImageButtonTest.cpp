@@ -1,3 +1,4 @@
+#include "behaviour/support/MouseMoves.h"
 #include "platform/ImageButton.h"
 
 #include <QWindow>
@@ -264,6 +265,29 @@ TEST_F(AButton, AnotherWindowThatComesToTheFrontLetsItGo) {
     Window dialog("frmDialog", &window);
     ShowAndActivate(dialog);
     EXPECT_EQ(events_, "Down1 Up1 ");
+}
+
+TEST_F(AButton, DisabledWhileItIsHeldItIsLetGoWithoutAClick) {
+    Show();
+    QTest::mousePress(Native(), Qt::LeftButton, {}, Inside());
+    Native()->setEnabled(false);
+    EXPECT_EQ(events_, "Down1 Up1 ");
+    Native()->setEnabled(true);
+    QTest::mouseRelease(Native(), Qt::LeftButton, {}, Inside());
+    QTest::mouseClick(Native(), Qt::LeftButton, {}, Inside());
+    EXPECT_EQ(events_, "Down1 Up1 Down1 Up1 Click ");
+}
+
+TEST_F(AButton, ThatMissedTheReleaseIsLetGoWhenTheMouseIsSeenWithoutTheButton) {
+    Show();
+    QTest::mousePress(Native(), Qt::RightButton, {}, Inside());
+    test::MoveWith(Native(), Qt::LeftButton | Qt::RightButton);
+    EXPECT_EQ(events_, "Down2 ");
+    test::MoveWith(Native(), Qt::LeftButton);
+    EXPECT_EQ(events_, "Down2 Up2 ");
+    EXPECT_EQ(button_.CurrentLook(), ImageButton::Look::Normal);
+    QTest::mouseRelease(Native(), Qt::RightButton, {}, Inside());
+    EXPECT_EQ(events_, "Down2 Up2 ");
 }
 
 TEST_F(AButton, SpacePressesItAsTheMouseDoes) {

@@ -2,9 +2,12 @@
 
 #include <QTest>
 #include <QWidget>
+#include <functional>
+#include <vector>
 
 #include "app/frmMain.h"
 #include "behaviour/support/MainWindowFixture.h"
+#include "behaviour/support/MouseMoves.h"
 #include "platform/Keys.h"
 
 namespace larder::test {
@@ -287,16 +290,30 @@ TEST_F(MainEventsTest, APictureThatIsAButtonShowsThatItIsPressed) {
     }
 }
 
-TEST_F(MainEventsTest, APictureThatIsTakenOffTheScreenDuringAPressDoesNotComeBackPressed) {
+TEST_F(MainEventsTest, APictureWhoseReleaseIsLostDuringAPressDoesNotStayPressed) {
     ASSERT_TRUE(Start());
     for (const Image* image : {&Ui().imgSortByName, &Ui().imgSortByNum, &Ui().imgAddToFavorites}) {
+        const std::vector<std::function<void()>> loseTheRelease = {
+            [&] {
+                Main().screen.HideAll(true);
+                Main().screen.HideAll(false);
+            },
+            [&] {
+                image->Native()->setEnabled(false);
+                image->Native()->setEnabled(true);
+            },
+            [&] { MoveWith(image->Native(), Qt::NoButton); },
+        };
         const auto normal = image->Shown().Shared();
-        QTest::mousePress(image->Native(), Qt::LeftButton);
-        ASSERT_NE(image->Shown().Shared(), normal) << image->Name();
-        Main().screen.HideAll(true);
-        Main().screen.HideAll(false);
-        EXPECT_EQ(image->Shown().Shared(), normal) << image->Name();
-        QTest::mouseRelease(image->Native(), Qt::LeftButton);
+        for (const auto& lose : loseTheRelease) {
+            QTest::mousePress(image->Native(), Qt::LeftButton);
+            ASSERT_NE(image->Shown().Shared(), normal) << image->Name();
+            MoveWith(image->Native(), Qt::LeftButton);
+            ASSERT_NE(image->Shown().Shared(), normal) << image->Name();
+            lose();
+            EXPECT_EQ(image->Shown().Shared(), normal) << image->Name();
+            QTest::mouseRelease(image->Native(), Qt::LeftButton);
+        }
     }
 }
 

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+class QMouseEvent;
+class QWidget;
+
+namespace larder {
+
+// One press of a button, from its beginning to its end: by a mouse button or by Space, never by
+// two at a time. The widget tells what it gets of the mouse and of Space; this looks out for all
+// that keeps the release from coming: the widget is hidden or disabled, the window is blocked by a
+// dialog or no longer the active one, a menu took the mouse, Space loses the focus.
+class ButtonPress {
+  public:
+    // Called with the mouse button (as in platform/Keys.h) of a press that has ended without its
+    // release; Space counts as the left one. May destroy the widget.
+    using Lost = std::function<void(int button)>;
+
+    // For a widget that owns the press.
+    ButtonPress(QWidget* widget, Lost lost);
+    ~ButtonPress();
+    ButtonPress(const ButtonPress&) = delete;
+    ButtonPress& operator=(const ButtonPress&) = delete;
+
+    bool IsHeld() const;
+    bool IsHeldBySpace() const;
+
+    // False when there is a press already.
+    bool BeginByMouse(const QMouseEvent& event);
+    bool BeginBySpace();
+    // True when that was the release of this press, which has ended then.
+    bool EndByMouse(const QMouseEvent& event);
+    bool EndBySpace();
+    // The press, if there is one, ends as if its release were lost.
+    void Abandon();
+
+  private:
+    class Watcher;
+    std::unique_ptr<Watcher> watcher_;
+};
+
+}  // namespace larder
