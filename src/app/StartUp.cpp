@@ -1,55 +1,9 @@
 #include "app/StartUp.h"
 
-#include <sstream>
-
 #include "app/frmMain.h"
-#include "lists/NumberString.h"
 #include "platform/Text.h"
 
 namespace larder {
-
-namespace {
-
-// A record that was overwritten with blanks. One that cannot be read has no body either, and may
-// be there again at the next start.
-bool IsDeleted(frmMain& main, std::int32_t recipeNum) {
-    if (!main.store.GetRecipeTitle(recipeNum).empty()) return false;
-    std::string body;
-    Ignoring([&] { body = main.store.GetRecipeRTF(recipeNum); });
-    return !body.empty() && body.find_first_not_of(" \r\n") == std::string::npos;
-}
-
-std::vector<std::int32_t> DeletedAmong(frmMain& main, const std::string& numbers) {
-    std::vector<std::int32_t> deleted;
-    std::istringstream tokens(numbers);
-    for (std::string token; tokens >> token;) {
-        std::int32_t number = 0;
-        if (!IsNumeric(token) || Ignoring([&] { number = ToLong(token); }) != 0) continue;
-        const bool own =
-            number > main.store.OriginalNumRecords && number <= main.store.TotalNumRecords;
-        if (own && IsDeleted(main, number)) deleted.push_back(number);
-    }
-    return deleted;
-}
-
-// A deletion that was cut short behind its record comes to its end: the recipe goes from the
-// favourites, and from the pictures with its picture. The start writes no file of its own accord:
-// the next change of the categories carries it.
-void FinishDeletions(frmMain& main) {
-    if (main.store.TotalRecipes() == main.store.TotalNumRecords) return;
-    const RecipeStore::OneDiscQuestion asksOnce(main.store);
-    for (const char* name : {"MY FAVORITES", "ALL RECIPES WITH PICTURES"}) {
-        VirtualListItem* entry = main.VList[0].PeekKey(name);
-        if (entry == nullptr) continue;
-        for (const std::int32_t number : DeletedAmong(main, entry->Tag)) {
-            main.pictures.DeleteFiles(number, {});
-            main.YS.ReplaceStr(entry->Tag, Blanked(number), " ");
-        }
-    }
-    main.pictures.TakeFromCategories();
-}
-
-}  // namespace
 
 bool StartUp::Run() {
     main.paths.strPath = main.objFSO.Alias(main.app.CurrentFolder()) + "\\Data\\";
@@ -63,7 +17,6 @@ bool StartUp::Run() {
     main.ui.window.SetWindowState(Window::Maximized);
     OpenFiles();
     main.categories.LoadCategories();
-    FinishDeletions(main);
     layoutBegun_ = true;
     main.ui.window.Show();
     main.layout.ResizeIt();

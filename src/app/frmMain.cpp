@@ -81,6 +81,10 @@ bool frmMain::IsGone(std::int32_t recipeNum) {
     return store.LookUpTitle(recipeNum).Is == TitleIs::Gone;
 }
 
+bool frmMain::IsBlank(std::int32_t recipeNum) {
+    return store.IsBlank(recipeNum);
+}
+
 void frmMain::ShowSame() {
     recipes.ShowRecipesIn_lvwX2("same", 0, false, true);
 }

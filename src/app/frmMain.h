@@ -120,6 +120,7 @@ class frmMain final : private GrowingListObserver, private DiscQuestion {
     bool HasPicture(const std::string& strRecipeNum) const override;
     std::string GetRecipeTitle(std::int32_t recipeNum) override;
     bool IsGone(std::int32_t recipeNum) override;
+    bool IsBlank(std::int32_t recipeNum) override;
     void ShowSame() override;
     void DecorateWait(bool start, const std::string& what) override;
     void UpdateScroll() override {}

@@ -19,8 +19,10 @@ class GrowingListObserver {
 
     virtual bool HasPicture(const std::string& strRecipeNum) const = 0;
     virtual std::string GetRecipeTitle(std::int32_t recipeNum) = 0;
-    // Of a recipe whose title came empty: whether it was deleted, and not only unreadable.
+    // Of a recipe whose title came empty: whether there is none, and it is not only unreadable;
+    // and whether there is its record, overwritten when it was deleted.
     virtual bool IsGone(std::int32_t recipeNum) = 0;
+    virtual bool IsBlank(std::int32_t recipeNum) = 0;
 
     // ShowRecipesIn_lvwX2("same", 0, False, True): the first screenful is there.
     virtual void ShowSame() = 0;

@@ -65,12 +65,14 @@ void VirtualList::ReportGrowth() {
     }
 }
 
-bool VirtualList::AddRecipe(std::int32_t num, bool butDeleted) {
+bool VirtualList::AddRecipe(std::int32_t num, bool butMissing) {
     auto item = std::make_unique<VirtualListItem>();
     item->Tag = std::to_string(num);
     item->Bold = observer_.HasPicture(item->Tag);
     item->Text = observer_.GetRecipeTitle(num);
-    if (butDeleted && item->Text.empty() && observer_.IsGone(num)) return false;
+    if (item->Text.empty() && (butMissing ? observer_.IsGone(num) : observer_.IsBlank(num))) {
+        return false;
+    }
     item->Icon = item->Bold ? 2 : 0;
     item->Num = num;
     item->Key = "k" + item->Tag;

@@ -36,9 +36,9 @@ class VirtualList {
     void Add(const std::string& text, const std::string& tag, std::int32_t num,
              const std::string& key, std::int16_t icon = 0, bool bold = false,
              const std::string& before = {}, const std::string& after = {});
-    // Add for a recipe: title, picture mark and key come from its number. With `butDeleted` one
-    // without a title stays out; false then.
-    bool AddRecipe(std::int32_t num, bool butDeleted = false);
+    // Add for a recipe: title, picture mark and key come from its number. One that was deleted
+    // stays out, and with `butMissing` one that the book does not have; false then.
+    bool AddRecipe(std::int32_t num, bool butMissing = false);
 
     // The item at a place, or null in a list without items. A place outside 1 to Count is failure
     // 13. A place other than 0 becomes CurrentIndex.

@@ -199,6 +199,13 @@ std::string RecipeStore::GetRecipeTitle(std::int32_t RecipeNum) {
     return LookUpTitle(RecipeNum).Text;
 }
 
+bool RecipeStore::IsBlank(std::int32_t RecipeNum) {
+    if (LookUpTitle(RecipeNum).Is != TitleIs::Gone) return false;
+    std::string body;  // none of a record that cannot be read
+    Ignoring([&] { body = GetRecipeRTF(RecipeNum); });
+    return !body.empty() && body.find_first_not_of(" \r\n") == std::string::npos;
+}
+
 std::string RecipeStore::GetRecipeTXT(std::int32_t RecipeNum) {
     const Place place{filenumber::Recipes, filenumber::RecipesIndex, RecipeNum};
     for (;;) {

@@ -95,6 +95,8 @@ class RecipeStore {
     // The same with what an empty text means. Whoever acts on a deleted recipe asks here, since one
     // that could not be read is none.
     FoundTitle LookUpTitle(std::int32_t RecipeNum);
+    // Whether a recipe was deleted for certain: its record is there, and holds nothing but blanks.
+    bool IsBlank(std::int32_t RecipeNum);
     // Moves file 1 to a stock recipe; returns an empty text. Any failure reaches the caller.
     std::string GetRecipeTXT(std::int32_t RecipeNum);
 

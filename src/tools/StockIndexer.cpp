@@ -54,6 +54,7 @@ class Workbench final : public GrowingListObserver, public FindSurroundings, pub
     bool IsGone(std::int32_t number) override {
         return store_.LookUpTitle(number).Is == TitleIs::Gone;
     }
+    bool IsBlank(std::int32_t number) override { return store_.IsBlank(number); }
     void ShowSame() override {}
     void DecorateWait(bool, const std::string&) override {}
     void UpdateScroll() override {}

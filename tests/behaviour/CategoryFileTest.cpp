@@ -364,7 +364,7 @@ class AFailedLoading : public CategoryFile {
         EXPECT_EQ(List(1).Item(7).Tag, " 5 6 33 ");
         EXPECT_TRUE(Main().pictures.HasPicture("4"));
         ClickCategory("SOUPS");
-        EXPECT_EQ(ShownNumbers(), (std::vector<int>{5, 6, 33}));
+        EXPECT_EQ(ShownNumbers(), (std::vector<int>{5, 6})) << "33 was deleted";
     }
 };
 
@@ -441,9 +441,9 @@ TEST_F(CategoryFile, LoadingMoreCategoriesThanRecipesFitAgainLeavesTheWindowIdle
     ASSERT_GT(Main().VList[0].Count(), Fit(2));
     ClickCategory("SOUPS");
     Main().categories.LoadCategories();
-    EXPECT_EQ(Main().ui.lblFound.Caption(), "3 recipes found ");
+    EXPECT_EQ(Main().ui.lblFound.Caption(), "2 recipes found ");
     EXPECT_NE(Main().ui.window.Native()->cursor().shape(), Qt::WaitCursor);
-    EXPECT_EQ(ShownNumbers(), (std::vector<int>{5, 6, 33}));
+    EXPECT_EQ(ShownNumbers(), (std::vector<int>{5, 6})) << "33 was deleted";
 }
 
 }  // namespace

@@ -197,8 +197,8 @@ class PictureCrash : public PictureTrust {
         if (change.What == Change::Kind::OfNewRecipe && !hasRecipe) {
             EXPECT_EQ(now, Now::None);
         }
-        if (change.What == Change::Kind::Deletion) {
-            EXPECT_EQ(now, hasRecipe ? Now::Old : Now::None);
+        if (change.What == Change::Kind::Deletion && hasRecipe) {
+            EXPECT_EQ(now, Now::Old);
         }
         // The set is on the disk behind the file that it tells of, and behind its deletion.
         const bool inSet = Main().pictures.HasPicture(std::to_string(change.Number));

@@ -58,22 +58,64 @@ class OwnRecipesTrustTest : public MainWindowFixture {
 
 // Deletions that were cut short
 
-TEST_F(OwnRecipesTrustTest, ADeletionThatWasCutShortBehindItsRecordIsFinishedByTheNextStart) {
+TEST_F(OwnRecipesTrustTest, ADeletionThatWasCutShortBehindItsRecordShowsNowhere) {
     Folder.Write("Data/Food Photos/5.jpg", "a picture");
-    Folder.Write("Data/Food Photos/6.jpg", "another one");
-    const std::string categories = Folder.Read("Data/Categories.ctg");
     ASSERT_TRUE(It().UpdateRecipe(5, "", ""));  // as far as a deletion had come
+    const FolderBytes left = BytesOf(Data());
     ASSERT_TRUE(Restart());
     EXPECT_EQ(ShownNumbers(), (std::vector<int>{4, 6}));
-    EXPECT_FALSE(Main().favorites.IsInFavorites(5));
-    EXPECT_FALSE(Main().pictures.HasPicture("5"));
-    EXPECT_FALSE(Folder.Exists("Data/Food Photos/5.jpg"));
-    EXPECT_TRUE(Folder.Exists("Data/Food Photos/6.jpg"));
-    EXPECT_EQ(Folder.Read("Data/Categories.ctg"), categories) << "a start writes nothing";
+    EXPECT_EQ(Main().VList[1].Count(), 2);
+    ClickCategory("ALL RECIPES WITH PICTURES");
+    EXPECT_EQ(ShownNumbers(), (std::vector<int>{1}));
+    EXPECT_EQ(BytesOf(Data()), left) << "a start writes nothing";
+}
+
+TEST_F(OwnRecipesTrustTest, AFavouriteThatIsTheOnlyOneAndDeletedLeavesAnEmptyList) {
+    Book.Numbers("MY FAVORITES") = " 5 ";
+    Folder.Write("Data/Categories.ctg", Book.CategoryFile());
+    ASSERT_TRUE(It().UpdateRecipe(5, "", ""));
+    ASSERT_TRUE(Restart());
+    EXPECT_TRUE(ShownNumbers().empty());
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), -1);
+    ClickCategory("ALL RECIPES");
+    EXPECT_EQ(ShownNumbers(), (std::vector<int>{1, 2, 3, 4, 6}));
+    ClickCategory("MY FAVORITES");
+    EXPECT_TRUE(ShownNumbers().empty());
     Main().favorites.AddToFavorites(1);
-    auto now = CategoriesIn(BytesOf(Data()));
-    EXPECT_EQ(now["MY FAVORITES"], " 4 6 1 ");
-    EXPECT_EQ(now["ALL RECIPES WITH PICTURES"], " 1 ");
+    ClickCategory("ALL RECIPES");
+    ClickCategory("MY FAVORITES");
+    EXPECT_EQ(ShownNumbers(), (std::vector<int>{1}));
+}
+
+// By an index of other stock recipes the numbers of the user's mean other recipes, and a blank one
+// of his stands where a living one is.
+TEST_F(OwnRecipesTrustTest, AStockOfAnotherLengthCostsNeitherAFavouriteNorAPicture) {
+    Folder.Write("Data/Food Photos/3.jpg", "a picture");
+    Folder.Write("Data/Food Photos/5.jpg", "another one");
+    Boxes.Then(Dialogs::Answer::Ok);
+    It().DeleteRecipe(6, true, false);
+    Close();
+    Book.Numbers("MY FAVORITES") = " 3 4 5 ";
+    Book.Numbers("ALL RECIPES WITH PICTURES") = " 2 3 5 ";
+    Folder.Write("Data/Categories.ctg", Book.CategoryFile());
+    const std::string index = Folder.Read("Data/Recipes Index.ind");
+    const auto shorter = index.substr(0, 4 * 2);
+    for (const std::string& damaged : {std::string(), shorter, index.substr(0, 4), index + index}) {
+        SCOPED_TRACE(damaged.size() / 4);
+        Folder.Write("Data/Recipes Index.ind", damaged);
+        if (damaged.empty()) Folder.Delete("Data/Recipes Index.ind");
+        ASSERT_TRUE(Restart());
+        Main().favorites.AddToFavorites(1);
+        Main().favorites.RemoveFromFavorites(1);
+        Close();
+    }
+    Folder.Write("Data/Recipes Index.ind", index);
+    ASSERT_TRUE(Restart());
+    EXPECT_EQ(ShownNumbers(), (std::vector<int>{3, 4, 5}));
+    EXPECT_EQ(CategoriesIn(BytesOf(Data()))["MY FAVORITES"], " 3 4 5 ");
+    EXPECT_EQ(CategoriesIn(BytesOf(Data()))["ALL RECIPES WITH PICTURES"], " 2 3 5 ");
+    EXPECT_EQ(Folder.Read("Data/Food Photos/3.jpg"), "a picture");
+    EXPECT_EQ(Folder.Read("Data/Food Photos/5.jpg"), "another one");
 }
 
 TEST_F(OwnRecipesTrustTest, ARecipeThatCannotBeReadKeepsItsPlacesAndItsPicture) {

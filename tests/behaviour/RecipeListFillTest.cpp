@@ -134,11 +134,17 @@ TEST_F(Fill, RunsOfBlanksDoNoHarm) {
     EXPECT_EQ(List(2).Tag, " 5 6 ");
 }
 
-TEST_F(Fill, ARecipeThatCannotBeReadCostsNoOther) {
-    Show(" 5 203 9999 6 ", 1, true);
-    EXPECT_EQ(ShownNumbers(), (std::vector<int>{5, 203, 9999, 6}));
-    EXPECT_EQ(List(2).Item(4).SubItems(2), "Stock recipe 6");
-    EXPECT_EQ(List(2).Item(3).SubItems(2), "");
+TEST_F(Fill, ARecipeThatTheBookDoesNotHaveCostsNoOther) {
+    Show(" 5 9999 6 ", 1, true);
+    EXPECT_EQ(ShownNumbers(), (std::vector<int>{5, 9999, 6}));
+    EXPECT_EQ(List(2).Item(3).SubItems(2), "Stock recipe 6");
+    EXPECT_EQ(List(2).Item(2).SubItems(2), "");
+}
+
+TEST_F(Fill, ADeletedRecipeIsLeftOut) {
+    Show(" 5 203 6 ", 1, true);
+    EXPECT_EQ(ShownNumbers(), Range(5, 6));
+    EXPECT_EQ(Main().ui.lblFound.Caption(), "2 recipes found ");
 }
 
 // When nothing is to be done.

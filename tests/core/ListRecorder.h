@@ -19,6 +19,8 @@ class ListRecorder : public GrowingListObserver {
     std::function<std::string(std::int32_t)> Titles = [](std::int32_t num) {
         return "Title " + std::to_string(num);
     };
+    bool WithoutTitleIsGone = true;   // and not merely unreadable
+    bool WithoutTitleIsBlank = true;  // and has a record
     std::vector<std::string> Log;
 
     std::int16_t LinesOnScreen() const override { return Lines; }
@@ -27,7 +29,8 @@ class ListRecorder : public GrowingListObserver {
         return Pictures(strRecipeNum);
     }
     std::string GetRecipeTitle(std::int32_t recipeNum) override { return Titles(recipeNum); }
-    bool IsGone(std::int32_t /*recipeNum*/) override { return true; }
+    bool IsGone(std::int32_t /*recipeNum*/) override { return WithoutTitleIsGone; }
+    bool IsBlank(std::int32_t /*recipeNum*/) override { return WithoutTitleIsBlank; }
     void ShowSame() override {
         Log.push_back("same");
         OnShowSame();

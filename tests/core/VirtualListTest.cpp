@@ -107,13 +107,31 @@ TEST_F(VirtualListTest, AddRecipeTakesTitleAndPictureFromTheNumber) {
     EXPECT_FALSE(list.Peek(2)->Bold);
 }
 
-TEST_F(VirtualListTest, ARecipeWithoutATitleStaysOutWhenItIsToldSo) {
+TEST_F(VirtualListTest, ADeletedRecipeStaysOut) {
     recorder.Titles = [](std::int32_t num) { return num == 8 ? "" : "Eel"; };
-    EXPECT_TRUE(list.AddRecipe(7, true));
-    EXPECT_FALSE(list.AddRecipe(8, true));
+    EXPECT_TRUE(list.AddRecipe(7));
+    EXPECT_FALSE(list.AddRecipe(8));
     EXPECT_EQ(list.AllNums(), " 7 ");
-    EXPECT_TRUE(list.AddRecipe(8));
+    Fill(" 9 8 7 ");
+    EXPECT_EQ(list.AllNums(), " 9 7 ");
+}
+
+TEST_F(VirtualListTest, ARecipeThatTheBookDoesNotHaveStaysInUnlessToldOtherwise) {
+    recorder.Titles = [](std::int32_t num) { return num == 8 ? "" : "Eel"; };
+    recorder.WithoutTitleIsBlank = false;
+    EXPECT_FALSE(list.AddRecipe(8, true));
+    Fill(" 9 8 7 ");
+    EXPECT_EQ(list.AllNums(), " 9 8 7 ");
     EXPECT_EQ(list.Peek(2)->Text, "");
+}
+
+TEST_F(VirtualListTest, ARecipeThatCannotBeReadStaysIn) {
+    recorder.Titles = [](std::int32_t num) { return num == 8 ? "" : "Eel"; };
+    recorder.WithoutTitleIsBlank = false;
+    recorder.WithoutTitleIsGone = false;
+    EXPECT_TRUE(list.AddRecipe(8));
+    EXPECT_TRUE(list.AddRecipe(8, true)) << "a number that is there already is no failure";
+    EXPECT_EQ(list.AllNums(), " 8 ");
 }
 
 // Item

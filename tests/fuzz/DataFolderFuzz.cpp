@@ -100,6 +100,7 @@ struct Program : GrowingListObserver {
     bool IsGone(std::int32_t recipeNum) override {
         return store.LookUpTitle(recipeNum).Is == TitleIs::Gone;
     }
+    bool IsBlank(std::int32_t recipeNum) override { return store.IsBlank(recipeNum); }
     void ShowSame() override {}
     void DecorateWait(bool, const std::string&) override {}
     void UpdateScroll() override {}

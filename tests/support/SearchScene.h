@@ -81,6 +81,7 @@ class SearchScene : private GrowingListObserver, private FindSurroundings {
     bool IsGone(std::int32_t number) override {
         return Store.LookUpTitle(number).Is == TitleIs::Gone;
     }
+    bool IsBlank(std::int32_t number) override { return Store.IsBlank(number); }
     void ShowSame() override {}
     void DecorateWait(bool, const std::string&) override {}
     void UpdateScroll() override {}
