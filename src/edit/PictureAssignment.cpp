@@ -107,9 +107,12 @@ bool PictureAssignment::AskAndTake() {
     if (ending != ".bmp" && ending != ".jpg" && ending != ".gif") return false;
     ShowPreview(dialog.FileName);
     strChosenFile = dialog.FileName;
-    SetNewPictureFileName(main.paths.strPath + "Food Photos\\" +
-                          std::to_string(form_.lngRecipeNum) + ending);
+    SetNewPictureFileName(FileOf(form_.lngRecipeNum, ending));
     return true;
+}
+
+std::string PictureAssignment::FileOf(std::int32_t recipeNum, const std::string& ending) const {
+    return main.paths.strPath + "Food Photos\\" + std::to_string(recipeNum) + ending;
 }
 
 void PictureAssignment::TellFailure(const Failure& failure) {
@@ -134,6 +137,8 @@ void PictureAssignment::Store(std::int32_t recipeNum) {
         main.pictures.DeleteFiles(recipeNum, {});
         main.pictures.RemoveFromAllWithPicture(recipeNum);
     } else {
+        // The number of a new recipe is known for certain only now.
+        strNewPictureFileName = FileOf(recipeNum, LastFour(strNewPictureFileName));
         if (CopyChosen())
             main.pictures.DeleteFiles(recipeNum, {strNewPictureFileName, strChosenFile});
         main.pictures.AddToAllWithPicture(recipeNum);

@@ -39,6 +39,7 @@ class PictureAssignment {
   private:
     void AssignPicture();
     bool AskAndTake();
+    std::string FileOf(std::int32_t recipeNum, const std::string& ending) const;
     void RemovePicture();
     bool CopyChosen();
     void UpdateLine(std::int32_t recipeNum);

@@ -84,13 +84,12 @@ void RecipeSaving::ibAdd_Click(frmAddRecipe& form) {
     if (!SaveInPlaceEdit()) return;
     const ViewerLocked locked(main.editor, inPlace);
     const Working working(*this);
-    const std::int32_t number = form.lngRecipeNum;
     const std::string caption = form.window.Caption();
     if (Store(form) != Outcome::Stored) {
         form.window.SetCaption(caption);
         return;
     }
-    if (form.picture.booPictureChanged) form.picture.Store(number);
+    if (form.picture.booPictureChanged) form.picture.Store(form.lngRecipeNum);
     main.pictureView.ShowCurRecipePicture();
     form.Unload();
 }
@@ -102,7 +101,10 @@ RecipeSaving::Outcome RecipeSaving::Store(frmAddRecipe& form) {
     Telling(main, [&] { outcome = isNew ? AddNew(form) : Update(form); });
     // A recipe that is in the book must not be added once more.
     const bool added = isNew && main.store.TotalNumRecords >= number;
-    return added ? Outcome::Stored : outcome;
+    if (added) outcome = Outcome::Stored;
+    // The half of another one, which was counted until then, may have made way.
+    if (isNew && outcome == Outcome::Stored) form.lngRecipeNum = main.store.TotalNumRecords;
+    return outcome;
 }
 
 RecipeSaving::Outcome RecipeSaving::AddNew(frmAddRecipe& form) {

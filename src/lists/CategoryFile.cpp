@@ -1,6 +1,5 @@
 #include "app/frmMain.h"
 #include "lists/CategoryList.h"
-#include "platform/NativeFile.h"
 #include "platform/Text.h"
 #include "platform/WholeFile.h"
 #include "search/SearchText.h"
@@ -101,7 +100,7 @@ void CategoryList::ShowLinesAnew() {
 void CategoryList::ReplaceFile() {
     // The new file takes the place of the old one without asking it.
     const std::string& file = main.paths.strCategoriesFile;
-    if (MustNotBeWritten(main.objFSO.Native(file))) throw Failure(failure::PathAccess, file);
+    if (main.files.MustNotBeWritten(file)) throw Failure(failure::PathAccess, file);
     main.files.Close(filenumber::Categories);
     WriteWholeFile(main.files, filenumber::Categories, file, [this] { WriteEntries(); });
 }

@@ -137,9 +137,12 @@ class NumberedFiles {
     // path, also for the names in its folder. All are tried, the first failure is raised.
     void FlushAll(const std::vector<int>& numbers, const std::string& namesBeside = {});
 
-    // By path, outside the numbers. Delete of a missing file is failure 53.
+    // By path, outside the numbers. Delete of a missing file is failure 53. A file of which nobody
+    // can tell whether it is there is a failure of Exists.
     bool Exists(const std::string& path) const;
     void Delete(const std::string& path);
+    // Whether a file that is there is marked as not to be written, or the system refuses it.
+    bool MustNotBeWritten(const std::string& path) const;
     // Lets the owner write a file that is marked as not to be written. False when there was no
     // such mark or it could not be taken away.
     bool ClearReadOnly(const std::string& path);

@@ -27,7 +27,15 @@ void KeepRights(const std::string& native, const std::string& target) {
 }  // namespace
 
 bool NumberedFiles::Exists(const std::string& path) const {
-    return paths_.FileExists(path);
+    const std::string native = paths_.Native(path);
+    struct stat status {};
+    if (stat(native.c_str(), &status) == 0) return S_ISREG(status.st_mode);
+    if (errno == ENOENT || errno == ENOTDIR) return false;
+    throw Failure(PathFailureNumber(errno, native), path);
+}
+
+bool NumberedFiles::MustNotBeWritten(const std::string& path) const {
+    return larder::MustNotBeWritten(paths_.Native(path));
 }
 
 bool NumberedFiles::ClearReadOnly(const std::string& path) {

@@ -93,12 +93,17 @@ void AuthoringTools::MakeIndex() {
     if (!files_.IsOpen(Recipes)) files_.Open(Recipes, paths_.strRecipesFile, FileMode::Input);
     const int index = files_.FreeNumber();
     files_.Open(index, paths_.strRecipesIndexFile, FileMode::Random);
-    files_.Seek(Recipes, 1);
-    std::int64_t entry = 0;
-    while (!files_.AtEnd(Recipes)) {
-        std::int32_t position = 0;
-        writer_.GetNextRecipieFromDisk(Recipes, position);
-        if (position != -1) files_.WriteRecord(index, ++entry, position);
+    try {
+        files_.Seek(Recipes, 1);
+        std::int64_t entry = 0;
+        while (!files_.AtEnd(Recipes)) {
+            std::int32_t position = 0;
+            writer_.GetNextRecipieFromDisk(Recipes, position);
+            if (position != -1) files_.WriteRecord(index, ++entry, position);
+        }
+    } catch (const Failure&) {
+        Ignoring([&] { files_.Close(index); });  // the number may be that of the index
+        throw;
     }
     files_.Close(index);
 }

@@ -31,7 +31,7 @@ void RecipeJournal::Close(const RecipePair& pair) {
 void RecipeJournal::Open(const RecipePair& pair) {
     Close(pair);
     NamingFile(pair.TextPath, [&] {
-        if (!files_.Exists(pair.TextPath)) throw Failure(failure::FileNotFound, pair.TextPath);
+        RequireFile(pair.TextPath);
         files_.Open(pair.Text, pair.TextPath, FileMode::Binary);
     });
     NamingFile(pair.IndexPath, [&] { files_.Open(pair.Index, pair.IndexPath, FileMode::Random); });
@@ -60,10 +60,24 @@ void RecipeJournal::SettleFiles() {
     if (index && !text) FinishPair();
     if (text && !index && SettleChange()) changed_ = true;
     if (text) DeleteTemporaries();
+    if (!textRenamed_) return;
     // An index of which renaming was told as failed may be in its place all the same.
-    if (textRenamed_) changed_ = true;
+    if (!index) RequireIndexInPlace();
+    changed_ = true;
     textRenamed_ = false;
     renamed_.reset();
+}
+
+// A folder that is out of reach looks empty: its files are there again when it is.
+void RecipeJournal::RequireIndexInPlace() const {
+    for (const RecipePair& pair : {StockPair(paths_), CustomPair(paths_)}) {
+        if (renamed_ && renamed_->Index != pair.Index) continue;
+        NamingFile(pair.IndexPath, [&] { RequireFile(pair.IndexPath); });
+    }
+}
+
+void RecipeJournal::RequireFile(const std::string& path) const {
+    if (!files_.Exists(path)) throw Failure(failure::FileNotFound, path);
 }
 
 const RecordChange* RecipeJournal::HalfDone(int textNumber) const {
@@ -150,7 +164,7 @@ bool RecipeJournal::SettleChange() {
     if (!change) return false;
     const RecipePair pair = PairOf(*change);
     if (!change->Custom) RequireStockOf(change->Disc);
-    if (IsFirstWithoutText(*change, pair)) return TakeBackEntry(*change, pair);
+    if (IsFirstNotBegun(*change, pair)) return false;
     Open(pair);
     bool takeBack = false;
     NamingFile(pair.TextPath, [&] {
@@ -164,27 +178,19 @@ bool RecipeJournal::SettleChange() {
     return true;
 }
 
-// Of a first record the text may not have come into being, or be gone.
-bool RecipeJournal::IsFirstWithoutText(const RecordChange& change, const RecipePair& pair) const {
-    return change.TextLength == 0 && !files_.Exists(pair.TextPath);
-}
-
-// An entry without a text would have the next record be the second one. True when there was one.
-bool RecipeJournal::TakeBackEntry(const RecordChange& change, const RecipePair& pair) {
-    if (!change.Adds || !files_.Exists(pair.IndexPath)) return false;
-    bool takeBack = false;
+// Of a first record the text may not have come into being. Where it has its entry, the text was
+// there, and is only missing now.
+bool RecipeJournal::IsFirstNotBegun(const RecordChange& change, const RecipePair& pair) {
+    if (!change.Adds || change.TextLength != 0 || files_.Exists(pair.TextPath)) return false;
+    std::int64_t entries = 0;
     NamingFile(pair.IndexPath, [&] {
+        if (!files_.Exists(pair.IndexPath)) return;
         Close(pair);
         files_.Open(pair.Index, pair.IndexPath, FileMode::Random);
-        const std::int64_t growth = files_.Length(pair.Index) - change.IndexLength;
-        takeBack = growth > 0 && growth <= 4;
-        if (takeBack) {
-            files_.SetLength(pair.Index, change.IndexLength);
-            files_.Flush(pair.Index);
-        }
+        entries = files_.Length(pair.Index);
     });
     Close(pair);
-    return takeBack;
+    return entries <= change.IndexLength;
 }
 
 bool RecipeJournal::StockIsOnDisc() const {
@@ -247,10 +253,7 @@ void RecipeJournal::TakeBack(const RecordChange& change) {
 // What is there already is not written again: a file that must not be written was not changed
 // either. But it may be there for the system alone, so it is flushed.
 void RecipeJournal::PutBack(const RecordChange& change, const RecipePair& pair) {
-    if (IsFirstWithoutText(change, pair)) {
-        TakeBackEntry(change, pair);
-        return;
-    }
+    if (IsFirstNotBegun(change, pair)) return;
     Open(pair);
     if (!IsUntouched(change, pair)) {
         if (change.Adds) {

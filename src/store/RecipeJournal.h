@@ -62,8 +62,10 @@ class RecipeJournal {
     std::optional<RecordChange> ReadJournal();
     void TakeBack(const RecordChange& change);
     void PutBack(const RecordChange& change, const RecipePair& pair);
-    bool IsFirstWithoutText(const RecordChange& change, const RecipePair& pair) const;
-    bool TakeBackEntry(const RecordChange& change, const RecipePair& pair);
+    bool IsFirstNotBegun(const RecordChange& change, const RecipePair& pair);
+    void RequireFile(const std::string& path) const;
+    void RequireIndexInPlace() const;
+    bool IsInPlace(const RecipePair& pair) const;
     bool StockIsOnDisc() const;
     void RequireStockOf(bool disc) const;
     void Open(const RecipePair& pair);
@@ -86,9 +88,9 @@ class RecipeJournal {
     NumberedFiles& files_;
     const DataPaths& paths_;
     std::optional<RecordChange> unfinished_;  // half done, and not taken back yet
-    bool textRenamed_ = false;                // and its index not, since a failure in this run
-    std::optional<RecipePair> renamed_;       // whose text that is, once it is known
-    bool changed_ = false;                    // a recipe file, and Settle has not told it
+    bool textRenamed_ = false;  // and its index not, since a failure in this run; or maybe so
+    std::optional<RecipePair> renamed_;  // whose text that is, once it is known
+    bool changed_ = false;               // a recipe file, and Settle has not told it
 };
 
 }  // namespace larder

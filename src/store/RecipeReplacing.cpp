@@ -75,10 +75,16 @@ void RecipeJournal::PutInPlace(const RecipePair& pair) {
         files_.Replace(text, pair.TextPath);
         RenameIndex(pair);
     } catch (const Failure&) {
-        textRenamed_ = !files_.Exists(text) && files_.Exists(index);
+        textRenamed_ = true;
+        Ignoring([&] { textRenamed_ = !files_.Exists(text) && !IsInPlace(pair); });
         renamed_ = textRenamed_ ? std::optional(pair) : std::nullopt;
         throw;
     }
+}
+
+// Neither the temporary index nor the real one is there where their folder is out of reach.
+bool RecipeJournal::IsInPlace(const RecipePair& pair) const {
+    return !files_.Exists(paths_.strRecipesIndexTempFile) && files_.Exists(pair.IndexPath);
 }
 
 // A rename may have been carried out although it was told as failed.

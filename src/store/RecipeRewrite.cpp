@@ -69,6 +69,7 @@ bool RecipeUpdater::ReplaceFiles(std::int32_t RecipeNum, const NewRecord& record
         writer_.Settle();
         if (!InRange(RecipeNum)) return false;  // was the half of a new one
         Close(pair);
+        RequireWritable(pair);
         BuildTemporaries(PlaceOf(RecipeNum), record, notFromHead, tail);
         Close(pair);
         replacing = true;
@@ -77,7 +78,7 @@ bool RecipeUpdater::ReplaceFiles(std::int32_t RecipeNum, const NewRecord& record
         Close(pair);
         Close(TemporaryPair(paths_));
         trouble = "Error updating recipe\n" + f.Description;
-        if (!replacing || !TextWasReplaced()) return false;
+        if (!replacing || !TextWasReplaced(pair)) return false;
         // There is no way back from here; where the rest cannot be done either, the next write or
         // the next start does it.
         Ignoring([&] { writer_.Journal.Settle(); });
@@ -85,8 +86,13 @@ bool RecipeUpdater::ReplaceFiles(std::int32_t RecipeNum, const NewRecord& record
     return true;
 }
 
-bool RecipeUpdater::TextWasReplaced() const {
-    return !files_.Exists(paths_.strRecipesTempFile);
+// Not in doubt: whoever has the new text is to keep it then.
+bool RecipeUpdater::TextWasReplaced(const RecipePair& pair) const {
+    bool replaced = false;
+    Ignoring([&] {
+        replaced = !files_.Exists(paths_.strRecipesTempFile) && files_.Exists(pair.TextPath);
+    });
+    return replaced;
 }
 
 // An index that has not an entry for each record, in their order and within the text, would double

@@ -71,6 +71,7 @@ class RecipeUpdater {
     void Close(const RecipePair& pair);
     Outcome WriteInPlace(std::int32_t RecipeNum, const NewRecord& record, std::string& trouble);
     bool OverwriteRecord(const Place& place, const NewRecord& record);
+    void RequireWritable(const RecipePair& pair) const;
     bool ClearAttributes(const RecipePair& pair);
 
     bool ReplaceFiles(std::int32_t RecipeNum, const NewRecord& record, std::int64_t notFromHead,
@@ -83,7 +84,7 @@ class RecipeUpdater {
                           const Tail& tail);
     void CopyAsLine(int from, std::int64_t count);
     void CopyTail(const Place& place);
-    bool TextWasReplaced() const;
+    bool TextWasReplaced(const RecipePair& pair) const;
 
     NumberedFiles& files_;
     const DataPaths& paths_;

@@ -29,6 +29,10 @@ std::int32_t AsPosition(std::int64_t position) {
     return static_cast<std::int32_t>(position);
 }
 
+[[noreturn]] void Refuse(int number, const std::string& path) {
+    throw Failure(number, path, path + "\n" + FailureText(number));
+}
+
 }  // namespace
 
 RecipeWriter::RecipeWriter(NumberedFiles& files, const DataPaths& paths, RecipeStore& store,
@@ -70,7 +74,10 @@ void RecipeWriter::AppendRecord(const std::string& strTitleTXT, const std::strin
         Ignoring([&] { files_.Close(XINDFileNum); });
     };
     try {
-        if (custom) Settle();
+        if (custom) {
+            Settle();
+            RequireFilesOfOneBook();
+        }
         OpenForAppending(custom ? CustomPair(paths_) : TemporaryPair(paths_));
         if (custom) {
             AppendToOwn(strTitleTXT, strRecipeRTF);
@@ -89,6 +96,33 @@ void RecipeWriter::Settle() {
     if (!countAgain_) return;
     store_.RecalculateTotalRecipes();
     countAgain_ = false;
+}
+
+// Behind a text that has not the records of its index, or has some of which the index knows
+// nothing, a new one would get the number of another recipe; so it would by an index of the stock
+// that is not the stock's.
+void RecipeWriter::RequireFilesOfOneBook() {
+    const RecipePair stock = StockPair(paths_);
+    const RecipePair own = CustomPair(paths_);
+    const bool hasText = files_.Exists(own.TextPath);
+    if (!hasText && RecordsOf(own) > 0) Refuse(failure::FileNotFound, own.TextPath);
+    if (hasText) RequireTextOfIndex(own);
+    // A text on a disc is not asked for without need.
+    if (RecordsOf(stock) == 0 && files_.Exists(stock.TextPath)) RequireTextOfIndex(stock);
+}
+
+void RecipeWriter::RequireTextOfIndex(const RecipePair& pair) {
+    const std::int64_t records = RecordsOf(pair);
+    files_.Close(pair.Text);
+    files_.Open(pair.Text, pair.TextPath, FileMode::Input);
+    const std::int64_t length = files_.Length(pair.Text);
+    const std::int64_t last = records == 0 ? 0 : files_.ReadRecord(pair.Index, records);
+    if (records == 0 ? length > 0 : last > length) Refuse(failure::BadRecordNumber, pair.TextPath);
+}
+
+std::int64_t RecipeWriter::RecordsOf(const RecipePair& pair) {
+    if (!files_.IsOpen(pair.Index)) files_.Open(pair.Index, pair.IndexPath, FileMode::Random);
+    return files_.Length(pair.Index) / 4;
 }
 
 void RecipeWriter::AppendToOwn(const std::string& title, const std::string& rtf) {

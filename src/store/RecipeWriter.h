@@ -55,6 +55,9 @@ class RecipeWriter {
   private:
     std::int32_t PositionForAppending(int textNumber);
     void OpenForAppending(const RecipePair& pair);
+    void RequireFilesOfOneBook();
+    void RequireTextOfIndex(const RecipePair& pair);
+    std::int64_t RecordsOf(const RecipePair& pair);
     void AppendToOwn(const std::string& title, const std::string& rtf);
     void AppendToTemporary(const std::string& title, const std::string& rtf);
 

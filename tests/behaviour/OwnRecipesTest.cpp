@@ -68,6 +68,7 @@ TEST_F(OwnRecipesTest, ANewRecipeIsAFavouriteAndTheUserLandsOnIt) {
     EXPECT_EQ(Main().viewer.CurrentRecipe(), 10);
     EXPECT_TRUE(Seen().starts_with("Soup"));
     EXPECT_EQ(Total(), "9");
+    EXPECT_EQ(Main().ui.lblTotal.ToolTipText(), "9 recipes in the database");
     EXPECT_TRUE(Folder.Read("Data/Categories.ctg").starts_with(" 9 \r\n"));
 }
 
@@ -261,6 +262,24 @@ TEST_F(OwnRecipesTest, ASilentDeleteAsksNothingAndLeavesTheList) {
     EXPECT_TRUE(Boxes.Shown.empty());
     EXPECT_EQ(ShownNumbers(), (std::vector<int>{2, 3, 8}));
     EXPECT_EQ(Main().store.GetRecipeTitle(8), "");
+}
+
+TEST_F(OwnRecipesTest, ASilentDeleteOfTheRecipeOnViewEmptiesTheViewer) {
+    ClickCategory("OTHERS");
+    PressLine(2, 3);
+    ASSERT_EQ(Main().viewer.CurrentRecipe(), 8);
+    It().DeleteRecipe(8, true, true);
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), -1);
+    EXPECT_EQ(Seen(), "");
+}
+
+TEST_F(OwnRecipesTest, AStockRecipeIsDeletedOutsideEditModeWhereThatIsAskedFor) {
+    Boxes.Then(Dialogs::Answer::Ok);
+    It().DeleteRecipe(3, false, false);
+    ASSERT_EQ(Boxes.Shown.size(), 1U);
+    EXPECT_EQ(Boxes.Shown[0].Text, "Permanently delete recipe #3?");
+    EXPECT_EQ(Main().store.GetRecipeTitle(3), "");
+    EXPECT_EQ(Main().store.GetRecipeTitle(4), "Stock recipe 4");
 }
 
 TEST_F(OwnRecipesTest, AStockRecipeIsDeletedInEditModeOnly) {

@@ -163,6 +163,33 @@ TEST_F(AuthoringToolsTest, AMissingDocumentIsAFailureThatNamesItAndCostsNothing)
     EXPECT_EQ(store.GetRecipeTitle(2), "Old Two");
 }
 
+TEST_F(AuthoringToolsTest, ARecipeThatCannotBeAddedIsToldAndTheOthersFollow) {
+    folder.Folder.Write("Recipes.rtf", "{\\rtf1 #1 Crab\\par #2 Clam\\par #3 Eel\\par}");
+    tools.strRecipesSourceFile = folder.NamePaths.Alias(folder.Folder.Native("Recipes.rtf"));
+    int journals = 0;
+    folder.Files.Watch([&](const NumberedFiles::Access& access) {
+        const bool journal = access.Number == filenumber::RecipesTemp && access.Kind == "write";
+        if (journal && ++journals == 2) throw Failure(failure::DiskFull, "disk");
+    });
+    tools.StoreRecipeisInFile();
+    EXPECT_EQ(messages, std::vector<std::string>{"Error adding recipe.\nDisk full"});
+    store.OpenYDB_IND_Normal();
+    store.RecalculateTotalRecipes();
+    ASSERT_EQ(store.TotalNumRecords, 2);
+    EXPECT_EQ(store.GetRecipeTitle(1), "Crab");
+    EXPECT_EQ(store.GetRecipeTitle(2), "Eel");
+}
+
+TEST_F(AuthoringToolsTest, AMissingDocumentOfDescriptionsCostsNothing) {
+    StoreDescriptions("{\\rtf1 @ Cod\\par A white one.\\par}");
+    folder.Folder.Delete("Data/util/FISH DIRECTORY.rtf");
+    const std::string before = folder.Folder.Read("Data/CategyD.ydb");
+    ASSERT_FALSE(before.empty());
+    EXPECT_EQ(Ignoring([this] { tools.StoreCatDInFile(); }), failure::FileNotFound);
+    EXPECT_EQ(folder.Folder.Read("Data/CategyD.ydb"), before);
+    EXPECT_EQ(folder.Folder.Read("Data/CategyD Index.ind"), test::IndexBytes({1}));
+}
+
 constexpr const char* TwoDescriptions =
     "{\\rtf1\\ansi @ Salmon\\par A {\\i noble} fish.\\par Of the north.\\par "
     "@ Cod\\par A white one.\\par}";
@@ -226,6 +253,16 @@ TEST_F(AuthoringToolsTest, TheIndexIsMadeAgainFromATextWithEndMarks) {
     tools.MakeIndex();
     EXPECT_EQ(folder.Folder.Read("Data/Recipes Index.ind"), test::IndexBytes({1, 15}));
     EXPECT_FALSE(folder.Files.IsOpen(filenumber::RecipesIndex));
+}
+
+TEST_F(AuthoringToolsTest, AnIndexThatCannotBeMadeToItsEndIsLeftClosed) {
+    folder.Folder.Write("Data/Recipes.ydb", "One\r\n1\r\n\\yyk\r\nTwo\r\n\\yyk\r\n");
+    folder.Files.Watch([](const NumberedFiles::Access& access) {
+        if (access.Kind == "write") throw Failure(failure::DiskFull, "disk");
+    });
+    EXPECT_EQ(Ignoring([this] { tools.MakeIndex(); }), failure::DiskFull);
+    EXPECT_FALSE(folder.Files.IsOpen(filenumber::RecipesIndex));
+    EXPECT_EQ(folder.Files.FreeNumber(), filenumber::RecipesIndex);
 }
 
 TEST_F(AuthoringToolsTest, ATextWithoutEndMarksGetsAnEmptyIndex) {

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <string>
 #include <system_error>
 #include <thread>
@@ -97,6 +98,14 @@ TEST_F(NumberedFilesWritingTest, AFileExistsOrNotWithoutNotice) {
     EXPECT_FALSE(files.Exists(At("b")));
     EXPECT_FALSE(files.Exists(At("c")));
     EXPECT_TRUE(log_.empty());
+}
+
+TEST_F(NumberedFilesWritingTest, WhereNobodyCanTellWhetherAFileExistsIsAFailure) {
+    std::filesystem::create_symlink("round", folder.Native("round"));
+    EXPECT_EQ(Ignoring([&] { files.Exists(At("round")); }), failure::PathAccess);
+    EXPECT_FALSE(files.Exists(At("nowhere\\a.txt")));
+    folder.Write("a.txt", "x");
+    EXPECT_FALSE(files.Exists(At("a.txt\\b.txt")));
 }
 
 TEST_F(NumberedFilesWritingTest, AMarkOfWriteProtectionIsTakenOffOnce) {

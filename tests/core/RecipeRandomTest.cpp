@@ -125,6 +125,9 @@ TEST_F(RecipeRandomTest, AnyOperationsLeaveTheBytesThatTheArithmeticTells) {
     }
     for (const auto& [name, count] : done_)
         std::cout << name << ": " << count << std::endl;
+    for (const char* name :
+         {"add", "short way", "long way", "update, one longer", "delete", "reopen"})
+        EXPECT_GT(done_[name], 0) << name;
 }
 
 }  // namespace

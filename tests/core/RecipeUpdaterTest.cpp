@@ -9,6 +9,7 @@
 
 #include "platform/Failure.h"
 #include "support/DataFolder.h"
+#include "support/DiskLimit.h"
 #include "support/StoreSession.h"
 #include "support/StoredRecipes.h"
 #include "support/TempFolder.h"
@@ -309,6 +310,42 @@ TEST_F(RecipeUpdaterTest, TheTemporaryFilesOfAFailedLongUpdateStayAndTheNextOneR
     EXPECT_FALSE(HasTemporaries(BytesOf(folder.Native("Data"))));
 }
 
+TEST_F(RecipeUpdaterTest, AListThatCannotShowTheNewTitleSpoilsNoUpdate) {
+    session.TitlesFail = true;
+    EXPECT_TRUE(session.Update(4, "Dab", "{}"));
+    EXPECT_TRUE(session.Update(4, "Oxtail", "{\\rtf1 Much longer than before}"));
+    EXPECT_EQ(session.Titles, (std::vector<std::string>{"4 Dab", "4 Oxtail"}));
+    EXPECT_TRUE(session.Messages.empty());
+    EXPECT_EQ(session.Store.GetRecipeTitle(4), "Oxtail");
+}
+
+// The disk is full from a place within the record on.
+TEST_F(RecipeUpdaterTest, AFullDiskIsToldByEitherWayAndCostsNothing) {
+    const std::string old = "{\\rtf1 " + std::string(1000, 'o') + "}";
+    ASSERT_TRUE(session.Add("Long", std::string(3000, 'l')));  // so that the journal has room
+    ASSERT_TRUE(session.Add("Big", old));
+    const std::int32_t number = session.Store.TotalNumRecords;
+    const std::string text = Own();
+    const std::string index = OwnIndex();
+    for (const std::size_t size : {900U, 1100U}) {
+        SCOPED_TRACE(size);
+        session.Messages.clear();
+        {
+            const DiskLimit limit(text.size() - 200);
+            EXPECT_FALSE(session.Update(number, "New", std::string(size, 'n')));
+            EXPECT_EQ(session.Messages,
+                      std::vector<std::string>{"Error updating recipe\nDisk full"});
+            EXPECT_EQ(session.Store.GetRecipeTitle(number), "Big");
+            EXPECT_EQ(session.Store.GetRecipeRTF(number), old);
+        }
+        session.Files.CloseAll();
+        StoreSession(folder.Native("Data")).Start();
+        EXPECT_EQ(Own(), text);
+        EXPECT_EQ(OwnIndex(), index);
+    }
+    EXPECT_TRUE(session.Update(number, "New", std::string(1100, 'n')));
+}
+
 // Files that must not be written
 
 class ProtectedFilesTest : public RecipeUpdaterTest {
@@ -338,11 +375,27 @@ TEST_F(ProtectedFilesTest, AFileThatStaysUnwritableIsTold) {
     Protect("", 0777);
     const bool superuser = geteuid() == 0;
     const Unprivileged somebodyElse;
-    if (!superuser) FailAt("write", 21, failure::PathAccess);  // the file is ours: nothing stays
+    if (!superuser) FailAt("attributes", 0, failure::PathAccess);  // or the mark goes: it is ours
+    const FolderBytes before = BytesOf(folder.Native("Data"));
     EXPECT_FALSE(session.Update(4, "Ox", "{\\rtf1}"));
+    EXPECT_FALSE(session.Update(4, "Oxtail", "{\\rtf1 Much longer than before}"));
+    EXPECT_FALSE(session.Updater.UpdateRecipe_TheLongWay(4, "{\\rtf1}", "Ox"));
     EXPECT_EQ(session.Messages,
-              std::vector<std::string>{"Error updating recipe\nPath/File access error"});
-    EXPECT_EQ(Own(), ownText);
+              std::vector<std::string>(3, "Error updating recipe\nPath/File access error"));
+    EXPECT_EQ(BytesOf(folder.Native("Data")), before);
+}
+
+TEST_F(ProtectedFilesTest, AFileThatIsMarkedReadOnlyLosesItsMarkForALongerRecordToo) {
+    const Unprivileged user;
+    const TempFolder mine;
+    mine.Write("Data/Recipes.ydb", Stock());
+    mine.Write("Data/Recipes Index.ind", IndexBytes({1, 21}));
+    ASSERT_EQ(chmod(mine.Native("Data/Recipes.ydb").c_str(), 0444), 0);
+    StoreSession run(mine.Native("Data"));
+    run.Start();
+    EXPECT_TRUE(run.Update(1, "New", "{\\rtf1 Much longer than before}"));
+    EXPECT_TRUE(run.Messages.empty());
+    EXPECT_TRUE(mine.Read("Data/Recipes.ydb").starts_with("New\r\n{\\rtf1 Much longer"));
 }
 
 TEST_F(ProtectedFilesTest, StorageThatCannotBeReachedAtAllIsToldInsteadOfTriedForEver) {

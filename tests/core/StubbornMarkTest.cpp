@@ -74,9 +74,11 @@ TEST_F(StubbornMark, EndsAnUpdateWithTheMessageAndTheOldBytes) {
     Protect("Custom Recipes.ydb");
     const Unprivileged user;
     EXPECT_FALSE(session.Update(2, "Ox", "{\\rtf1}"));
-    EXPECT_EQ(session.Messages,
-              std::vector<std::string>{"Error updating recipe\nPath/File access error"});
     EXPECT_LE(changesOfMode, 2);
+    EXPECT_FALSE(session.Update(2, "Oxtail", "{\\rtf1 Much longer than the eel was.}"));
+    EXPECT_LE(changesOfMode, 4);
+    EXPECT_EQ(session.Messages,
+              std::vector<std::string>(2, "Error updating recipe\nPath/File access error"));
     EXPECT_EQ(BytesOf(Data()), before);
     EXPECT_EQ(session.Store.GetRecipeTitle(2), "Eel");
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/Failure.h"
 #include "platform/NumberedFiles.h"
 #include "platform/Paths.h"
 #include "store/DataPaths.h"
@@ -51,6 +52,7 @@ class StoreSession : private UpdateSurroundings {
     bool Edit = false;                // "/E"
     std::vector<std::string> Told;    // to the maintainer
     std::vector<std::string> Titles;  // shown in the list, "5 Title"
+    bool TitlesFail = false;
     int HourglassesShown = 0;
     bool HourglassNow = false;
     int MessagesUnderHourglass = 0;
@@ -68,6 +70,7 @@ class StoreSession : private UpdateSurroundings {
     }
     void ShowNewTitle(std::int32_t RecipeNum, const std::string& strTitleTXT) override {
         Titles.push_back(std::to_string(RecipeNum) + " " + strTitleTXT);
+        if (TitlesFail) throw Failure(failure::InvalidArgument, "list");
     }
 };
 

@@ -1,0 +1,116 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "support/DataFolder.h"
+#include "support/StoreSession.h"
+#include "support/StoredRecipes.h"
+#include "support/TempFolder.h"
+
+namespace larder::test {
+namespace {
+
+// The user's recipes 2 to 4 in a text and an index of which one is not what it was: away for a
+// while, cut short, or put back from an older copy.
+class MismatchedFiles : public testing::Test {
+  protected:
+    MismatchedFiles() {
+        stock_.AddRecipe("Stock", "{\\rtf1 Stock}");
+        own_.AddRecipe("Eel", "{\\rtf1 Eel}");
+        own_.AddRecipe("Cod", "{\\rtf1 Cod}");
+        own_.AddRecipe("Ray", "{\\rtf1 Ray}");
+        PutBack();
+    }
+    void PutBack() const {
+        folder_.Write("Data/Recipes.ydb", stock_.Text);
+        folder_.Write("Data/Recipes Index.ind", stock_.Index());
+        folder_.Write(text, own_.Text);
+        folder_.Write(index, own_.Index());
+    }
+    // Adding is refused, in the words of the system, by a run that began before and one after.
+    void ExpectNothingAdded(StoreSession& before, const std::string& reason,
+                            const std::string& file = "Custom Recipes.ydb") {
+        StoreSession after(folder_.Native("Data"));
+        after.Start();
+        const FolderBytes left = BytesOf(folder_.Native("Data"));
+        for (StoreSession* run : {&before, &after}) {
+            const std::int32_t records = run->Store.TotalNumRecords;
+            EXPECT_FALSE(run->Add("New", "{}"));
+            ASSERT_EQ(run->Messages.size(), 1U);
+            EXPECT_TRUE(run->Messages[0].starts_with("Error adding recipe.\n"));
+            EXPECT_TRUE(run->Messages[0].ends_with("\\" + file + "\n" + reason));
+            EXPECT_EQ(run->Store.TotalNumRecords, records);
+            EXPECT_EQ(BytesOf(folder_.Native("Data")), left);
+        }
+        PutBack();
+        StoreSession next(folder_.Native("Data"));
+        next.Start();
+        EXPECT_TRUE(next.Add("New", "{}"));
+        EXPECT_EQ(OwnIn(BytesOf(folder_.Native("Data"))),
+                  (std::vector<StoredRecipe>{{"Eel", "{\\rtf1 Eel}"},
+                                             {"Cod", "{\\rtf1 Cod}"},
+                                             {"Ray", "{\\rtf1 Ray}"},
+                                             {"New", "{}"}}));
+    }
+
+    static constexpr const char* text = "Data/Custom Recipes.ydb";
+    static constexpr const char* index = "Data/Custom Recipes Index.ind";
+    Database stock_;
+    Database own_;
+    TempFolder folder_{TempFolder::InMemory()};
+};
+
+TEST_F(MismatchedFiles, NoRecipeIsAddedWhileTheTextOfTheOthersIsMissing) {
+    StoreSession session(folder_.Native("Data"));
+    session.Start();
+    session.Files.CloseAll();
+    folder_.Delete(text);
+    ExpectNothingAdded(session, "File not found");
+}
+
+TEST_F(MismatchedFiles, NoRecipeIsAddedBehindATextThatLacksARecordOfItsIndex) {
+    StoreSession session(folder_.Native("Data"));
+    session.Start();
+    session.Files.CloseAll();
+    folder_.Write(text, own_.Text.substr(0, static_cast<std::size_t>(own_.Positions[2]) - 1));
+    ExpectNothingAdded(session, "Bad record number");
+}
+
+TEST_F(MismatchedFiles, NoRecipeTakesTheNumbersOfATextWhoseIndexIsMissing) {
+    StoreSession session(folder_.Native("Data"));
+    session.Start();
+    session.Files.CloseAll();
+    folder_.Delete(index);
+    ExpectNothingAdded(session, "Bad record number");
+}
+
+// Without the stock's count the user's numbers would begin at 1.
+TEST_F(MismatchedFiles, NoRecipeTakesTheNumbersOfAStockWhoseIndexIsMissing) {
+    StoreSession session(folder_.Native("Data"));
+    session.Start();
+    session.Files.CloseAll();
+    folder_.Delete("Data/Recipes Index.ind");
+    ExpectNothingAdded(session, "Bad record number", "Recipes.ydb");
+}
+
+TEST_F(MismatchedFiles, ARecipeIsAddedWithoutTheDiscOfTheStock) {
+    folder_.Delete("Data/Recipes.ydb");
+    StoreSession session(folder_.Native("Data"));
+    session.Start();
+    EXPECT_TRUE(session.Add("New", "{}"));
+    EXPECT_EQ(session.Store.TotalNumRecords, 5);
+}
+
+TEST_F(MismatchedFiles, AnEmptyTextWithAnEmptyIndexTakesTheFirstRecipe) {
+    folder_.Write(text, "");
+    folder_.Write(index, "");
+    StoreSession session(folder_.Native("Data"));
+    session.Start();
+    EXPECT_TRUE(session.Add("New", "{}"));
+    EXPECT_EQ(folder_.Read(text), "New\r\n{}\r\n");
+    EXPECT_EQ(folder_.Read(index), IndexBytes({1}));
+}
+
+}  // namespace
+}  // namespace larder::test
