@@ -225,7 +225,8 @@ class RandomBook : public EditorBook, public testing::WithParamInterface<int> {
             ASSERT_EQ(Main().pictures.HasPicture(std::to_string(number)), pictured_.Has(number));
         }
         ASSERT_EQ(Main().ui.lblTotal.Caption(), std::to_string(total_));
-        ASSERT_EQ(Boxes.Shown.size(), questions_) << Boxes.Shown.back().Text;
+        ASSERT_EQ(Boxes.Shown.size(), questions_)
+            << (Boxes.Shown.empty() ? "none" : Boxes.Shown.back().Text);
     }
 
     struct Chosen {

@@ -68,6 +68,19 @@ class UnsettledReads : public testing::Test {
         run.Store.RecalculateTotalRecipes();
     }
 
+    // As a run leaves it that was killed while it added a recipe.
+    void LeaveHalfOfANewOne() const {
+        RecordChange change;
+        change.Adds = true;
+        change.TextLength = static_cast<std::int64_t>(own.Text.size());
+        change.IndexLength = 12;
+        change.Position = static_cast<std::int32_t>(own.Text.size()) + 1;
+        change.SetNew("New\r\nWhole\r\n");
+        folder.Write("Data/Recipes Temp.ydb", JournalOf(change));
+        folder.Write("Data/Custom Recipes.ydb", own.Text + "New\r\nWh");
+        folder.Write("Data/Custom Recipes Index.ind", own.Index() + IndexBytes({change.Position}));
+    }
+
     using Recipes = std::vector<StoredRecipe>;
     static Recipes ReadIn(StoreSession& run) {
         Recipes recipes;
@@ -348,15 +361,7 @@ TEST_F(UnsettledReads, ANewRecipeThatIsThereInPartIsNoRecipeAndNoPartOfTheLastOn
 }
 
 TEST_F(UnsettledReads, ANewRecipeThatIsThereInPartIsNotCountedAtAStart) {
-    RecordChange change;
-    change.Adds = true;
-    change.TextLength = static_cast<std::int64_t>(own.Text.size());
-    change.IndexLength = 12;
-    change.Position = static_cast<std::int32_t>(own.Text.size()) + 1;
-    change.SetNew("New\r\nWhole\r\n");
-    folder.Write("Data/Recipes Temp.ydb", JournalOf(change));
-    folder.Write("Data/Custom Recipes.ydb", own.Text + "New\r\nWh");
-    folder.Write("Data/Custom Recipes Index.ind", own.Index() + IndexBytes({change.Position}));
+    LeaveHalfOfANewOne();
     StoreSession next(folder.Native("Data"));
     next.Files.Watch([this](const NumberedFiles::Access& access) {
         if (broken && access.Kind == "truncate") throw Failure(failure::DeviceError, "disk");
@@ -372,6 +377,26 @@ TEST_F(UnsettledReads, ANewRecipeThatIsThereInPartIsNotCountedAtAStart) {
     EXPECT_EQ(next.Store.TotalNumRecords, 6);
     EXPECT_EQ(next.Store.GetRecipeTitle(6), "Other");
     EXPECT_EQ(ReadIn(next).size(), 6U);
+}
+
+TEST_F(UnsettledReads, NothingIsWrittenWhileTheJournalCannotBeRead) {
+    LeaveHalfOfANewOne();
+    StoreSession next(folder.Native("Data"));
+    next.Files.Watch([this](const NumberedFiles::Access& access) {
+        const bool journal = access.Path.ends_with("Recipes Temp.ydb");
+        if (broken && journal && access.Kind == "read") throw Failure(failure::DeviceError, "disk");
+    });
+    StartAsFarAsItGoes(next);
+    const FolderBytes left = BytesOf(folder.Native("Data"));
+    EXPECT_FALSE(next.Add("Other", "{}"));
+    EXPECT_FALSE(next.Update(3, "Dab", "{}"));
+    EXPECT_FALSE(next.Update(3, "Dab", "{\\rtf1 Much longer than it was}"));
+    EXPECT_EQ(next.Messages.size(), 3U);
+    EXPECT_EQ(BytesOf(folder.Native("Data")), left);
+    broken = false;
+    EXPECT_TRUE(next.Add("Other", "{}"));
+    EXPECT_EQ(next.Store.GetRecipeTitle(6), "Other");
+    EXPECT_EQ(next.Store.TotalNumRecords, 6);
 }
 
 // A first recipe, whose text comes into being with it. Neither text nor index can be flushed or
