@@ -71,7 +71,6 @@ void RecipeJournal::SettleFiles() {
 // A folder that is out of reach looks empty: its files are there again when it is.
 void RecipeJournal::RequireIndexInPlace() const {
     for (const RecipePair& pair : {StockPair(paths_), CustomPair(paths_)}) {
-        if (renamed_ && renamed_->Index != pair.Index) continue;
         NamingFile(pair.IndexPath, [&] { RequireFile(pair.IndexPath); });
     }
 }

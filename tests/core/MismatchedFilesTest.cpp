@@ -102,6 +102,18 @@ TEST_F(MismatchedFiles, ARecipeIsAddedWithoutTheDiscOfTheStock) {
     EXPECT_EQ(session.Store.TotalNumRecords, 5);
 }
 
+TEST_F(MismatchedFiles, ARecipeIsAddedBesideAStockThatCannotBeRead) {
+    StoreSession session(folder_.Native("Data"));
+    session.Start();
+    session.Files.CloseAll();
+    session.Files.Watch([](const NumberedFiles::Access& access) {
+        const bool stock = access.Path.ends_with("\\Recipes.ydb");
+        if (stock && access.Kind != "close") throw Failure(failure::PathAccess, "disc");
+    });
+    EXPECT_TRUE(session.Add("New", "{}"));
+    EXPECT_TRUE(session.Disc.Asked.empty());
+}
+
 TEST_F(MismatchedFiles, AnEmptyTextWithAnEmptyIndexTakesTheFirstRecipe) {
     folder_.Write(text, "");
     folder_.Write(index, "");

@@ -371,18 +371,26 @@ TEST_F(ProtectedFilesTest, AFileThatIsMarkedReadOnlyLosesItsMarkAndIsWritten) {
 }
 
 TEST_F(ProtectedFilesTest, AFileThatStaysUnwritableIsTold) {
-    Protect("Custom Recipes.ydb", 0444);
     Protect("", 0777);
     const bool superuser = geteuid() == 0;
-    const Unprivileged somebodyElse;
-    if (!superuser) FailAt("attributes", 0, failure::PathAccess);  // or the mark goes: it is ours
     const FolderBytes before = BytesOf(folder.Native("Data"));
-    EXPECT_FALSE(session.Update(4, "Ox", "{\\rtf1}"));
-    EXPECT_FALSE(session.Update(4, "Oxtail", "{\\rtf1 Much longer than before}"));
-    EXPECT_FALSE(session.Updater.UpdateRecipe_TheLongWay(4, "{\\rtf1}", "Ox"));
-    EXPECT_EQ(session.Messages,
-              std::vector<std::string>(3, "Error updating recipe\nPath/File access error"));
-    EXPECT_EQ(BytesOf(folder.Native("Data")), before);
+    for (const std::string name : {"Custom Recipes.ydb", "Custom Recipes Index.ind"}) {
+        SCOPED_TRACE(name);
+        Protect(name, 0444);
+        {
+            const Unprivileged somebodyElse;
+            // Or the mark goes: the file is ours.
+            if (!superuser) FailAt("attributes", 0, failure::PathAccess);
+            session.Messages.clear();
+            EXPECT_FALSE(session.Update(4, "Ox", "{\\rtf1}"));
+            EXPECT_FALSE(session.Update(4, "Oxtail", "{\\rtf1 Much longer than before}"));
+            EXPECT_FALSE(session.Updater.UpdateRecipe_TheLongWay(4, "{\\rtf1}", "Ox"));
+            EXPECT_EQ(session.Messages,
+                      std::vector<std::string>(3, "Error updating recipe\nPath/File access error"));
+            EXPECT_EQ(BytesOf(folder.Native("Data")), before);
+        }
+        Protect(name, 0644);
+    }
 }
 
 TEST_F(ProtectedFilesTest, AFileThatIsMarkedReadOnlyLosesItsMarkForALongerRecordToo) {

@@ -44,6 +44,25 @@ TEST_F(UnreadableTitles, ANumberWithoutARecordIsGone) {
     EXPECT_EQ(Title(4).Is, TitleIs::Gone) << "the text was cut short";
 }
 
+TEST_F(UnreadableTitles, OnlyARecordThatIsThereAndHoldsBlanksIsBlank) {
+    const std::string blanks(20, ' ');
+    Database own;
+    own.AddRecipe("Sprats and cod", "{}");
+    own.AddRecipe("", blanks);
+    own.AddRecipe("", "{\\rtf1 Its title is empty}");
+    own.AddRecipe("", "");
+    scene.Data.WriteCustom(own);
+    scene.Data.Files.CloseAll();
+    scene.Store.RecalculateTotalRecipes();
+    for (const std::int32_t number : {4, 5, 6, 7, 8, 0, -1})
+        EXPECT_EQ(scene.Store.IsBlank(number), number == 5) << number;
+    scene.Data.Folder.Write("Data/Custom Recipes.ydb", own.Text.substr(0, 20));
+    EXPECT_FALSE(scene.Store.IsBlank(5)) << "the text was cut short";
+    scene.Data.WriteCustom(own);
+    Fail(filenumber::CustomRecipes, failure::DeviceError);
+    EXPECT_FALSE(scene.Store.IsBlank(5));
+}
+
 TEST_F(UnreadableTitles, AFailureSaysNothingAboutARecipe) {
     Fail(filenumber::CustomRecipes, failure::DeviceError);
     for (const std::int32_t number : {4, 5}) {

@@ -212,6 +212,27 @@ TEST_F(UnsettledReads, AnIndexThatIsOutOfReachForAWhileIsNotTakenForOneInItsPlac
     }
 }
 
+TEST_F(UnsettledReads, AFolderThatGoesInTheMiddleOfAReplacementIsReadAsItIsWhenItComesBack) {
+    const std::filesystem::path data = folder.Native("Data");
+    for (const std::string name : {"Custom Recipes.ydb", "Custom Recipes Index.ind"}) {
+        SCOPED_TRACE(name);
+        session.Files.Watch([&](const NumberedFiles::Access& access) {
+            if (access.Kind == "rename" && access.Path.ends_with(name))
+                std::filesystem::rename(data, folder.Native("Away"));
+        });
+        EXPECT_FALSE(session.Update(3, "Conger", "{\\rtf1 Conger}")) << "the editor keeps it";
+        EXPECT_EQ(session.Messages.size(), 1U);
+        session.Messages.clear();
+        session.Files.Watch(nullptr);
+        std::filesystem::rename(folder.Native("Away"), data);
+        Recipes expected = before;
+        if (name.ends_with(".ind")) expected[2] = {"Conger", "{\\rtf1 Conger}"};
+        EXPECT_EQ(ReadIn(session), expected);
+        EXPECT_EQ(RecipesIn(BytesOf(data)), expected);
+        EXPECT_FALSE(HasTemporaries(BytesOf(data)));
+    }
+}
+
 TEST_F(UnsettledReads, ARewrittenStockIsReadByItsOwnIndexToo) {
     RefuseRenameTo(session, "Recipes Index.ind");
     ASSERT_TRUE(session.Update(1, "Longer stock A", "{\\rtf1 A}"));
