@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/Failure.h"
@@ -374,9 +375,12 @@ TEST_F(ProtectedFilesTest, AFileThatStaysUnwritableIsTold) {
     Protect("", 0777);
     const bool superuser = geteuid() == 0;
     const FolderBytes before = BytesOf(folder.Native("Data"));
-    for (const std::string name : {"Custom Recipes.ydb", "Custom Recipes Index.ind"}) {
+    const std::string text = "Custom Recipes.ydb";
+    const std::string index = "Custom Recipes Index.ind";
+    for (const auto& [name, other] : {std::pair(text, index), std::pair(index, text)}) {
         SCOPED_TRACE(name);
         Protect(name, 0444);
+        Protect(other, 0666);
         {
             const Unprivileged somebodyElse;
             // Or the mark goes: the file is ours.
@@ -389,7 +393,6 @@ TEST_F(ProtectedFilesTest, AFileThatStaysUnwritableIsTold) {
                       std::vector<std::string>(3, "Error updating recipe\nPath/File access error"));
             EXPECT_EQ(BytesOf(folder.Native("Data")), before);
         }
-        Protect(name, 0644);
     }
 }
 
