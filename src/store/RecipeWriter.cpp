@@ -76,7 +76,7 @@ void RecipeWriter::AppendRecord(const std::string& strTitleTXT, const std::strin
     try {
         if (custom) {
             Settle();
-            RequireFilesOfOneBook();
+            RequireOwnFilesTogether();
         }
         OpenForAppending(custom ? CustomPair(paths_) : TemporaryPair(paths_));
         if (custom) {
@@ -93,21 +93,26 @@ void RecipeWriter::AppendRecord(const std::string& strTitleTXT, const std::strin
 
 void RecipeWriter::Settle() {
     countAgain_ = Journal.Settle() || countAgain_;
-    if (!countAgain_) return;
-    store_.RecalculateTotalRecipes();
-    countAgain_ = false;
+    if (countAgain_) {
+        store_.RecalculateTotalRecipes();
+        countAgain_ = false;
+    }
+    RequireStockIndex();
 }
 
 // Behind a text that has not the records of its index, or has some of which the index knows
-// nothing, a new one would get the number of another recipe; so it would by an index of the stock
-// that is not the stock's.
-void RecipeWriter::RequireFilesOfOneBook() {
-    const RecipePair stock = StockPair(paths_);
+// nothing, a new one would get the number of another recipe.
+void RecipeWriter::RequireOwnFilesTogether() {
     const RecipePair own = CustomPair(paths_);
     const bool hasText = files_.Exists(own.TextPath);
     if (!hasText && RecordsOf(own) > 0) Refuse(failure::FileNotFound, own.TextPath);
     if (hasText) RequireTextOfIndex(own);
-    // A text on a disc is not asked for without need.
+}
+
+// Without the count of the stock the user's numbers begin at 1, and each is that of another recipe,
+// whose picture and favourite it would take. A text on a disc is not asked for without need.
+void RecipeWriter::RequireStockIndex() {
+    const RecipePair stock = StockPair(paths_);
     if (RecordsOf(stock) == 0 && files_.Exists(stock.TextPath)) RequireTextOfIndex(stock);
 }
 

@@ -27,8 +27,8 @@ class RecipeWriter {
     RecipeWriter& operator=(const RecipeWriter&) = delete;
 
     // Before every write to recipe files: deals with what an earlier one has left, as Journal
-    // tells, and counts the recipes anew where that changed them. After a failure nothing may be
-    // written.
+    // tells, counts the recipes anew where that changed them, and sees to it that the index of the
+    // stock has not been lost, by which all numbers go. After a failure nothing may be written.
     void Settle();
 
     // Appends a recipe to the custom files (21 and 22), which makes it number TotalNumRecords + 1,
@@ -55,7 +55,8 @@ class RecipeWriter {
   private:
     std::int32_t PositionForAppending(int textNumber);
     void OpenForAppending(const RecipePair& pair);
-    void RequireFilesOfOneBook();
+    void RequireOwnFilesTogether();
+    void RequireStockIndex();
     void RequireTextOfIndex(const RecipePair& pair);
     std::int64_t RecordsOf(const RecipePair& pair);
     void AppendToOwn(const std::string& title, const std::string& rtf);

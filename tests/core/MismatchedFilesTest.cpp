@@ -85,13 +85,29 @@ TEST_F(MismatchedFiles, NoRecipeTakesTheNumbersOfATextWhoseIndexIsMissing) {
     ExpectNothingAdded(session, "Bad record number");
 }
 
-// Without the stock's count the user's numbers would begin at 1.
+// Without the stock's count the user's numbers begin at 1.
 TEST_F(MismatchedFiles, NoRecipeTakesTheNumbersOfAStockWhoseIndexIsMissing) {
     StoreSession session(folder_.Native("Data"));
     session.Start();
     session.Files.CloseAll();
     folder_.Delete("Data/Recipes Index.ind");
     ExpectNothingAdded(session, "Bad record number", "Recipes.ydb");
+}
+
+TEST_F(MismatchedFiles, NoRecipeIsChangedOrDeletedByTheNumberOfAnother) {
+    folder_.Delete("Data/Recipes Index.ind");
+    StoreSession session(folder_.Native("Data"));
+    session.Start();
+    ASSERT_EQ(session.Store.GetRecipeTitle(1), "Eel");
+    const FolderBytes left = BytesOf(folder_.Native("Data"));
+    EXPECT_FALSE(session.Update(1, "", ""));
+    EXPECT_FALSE(session.Update(1, "Conger", "{\\rtf1 A longer conger}"));
+    ASSERT_EQ(session.Messages.size(), 2U);
+    for (const std::string& message : session.Messages) {
+        EXPECT_TRUE(message.starts_with("Error updating recipe\n"));
+        EXPECT_TRUE(message.ends_with("\\Recipes.ydb\nBad record number"));
+    }
+    EXPECT_EQ(BytesOf(folder_.Native("Data")), left);
 }
 
 TEST_F(MismatchedFiles, ARecipeIsAddedWithoutTheDiscOfTheStock) {
