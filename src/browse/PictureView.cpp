@@ -25,7 +25,10 @@ Size WholeSizeOf(const Rectangle& box) {
 void PictureView::ShowCurRecipePicture() {
     main.screen.SetEncyclopediaMode(false);
     const std::string number = std::to_string(main.viewer.CurrentRecipe());
-    if (main.pictures.HasPicture(number)) {
+    // A deletion that was cut short may have left a picture.
+    const std::int32_t current = main.viewer.CurrentRecipe();
+    const bool deleted = current > main.store.OriginalNumRecords && main.store.IsBlank(current);
+    if (main.pictures.HasPicture(number) && !deleted) {
         main.pictures.CheckForAPicture(number);
     } else {
         main.pictures.strPictureFileName.clear();

@@ -168,7 +168,8 @@ bool MustNotBeWritten(const std::string& native) {
     struct stat status {};
     if (stat(native.c_str(), &status) != 0) return false;
     // The mark counts for the superuser too, whom the system lets write all the same.
-    if ((status.st_mode & S_IWUSR) == 0) return true;
+    const bool ours = status.st_uid == geteuid() || geteuid() == 0;
+    if (ours && (status.st_mode & S_IWUSR) == 0) return true;
     const int refused = faccessat(AT_FDCWD, native.c_str(), W_OK, AT_EACCESS);
     return refused != 0 && IsWriteProtection(errno);
 }

@@ -48,8 +48,8 @@ class NativeFile {
     std::string name_;
 };
 
-// Whether a file that is there must not be written: it is marked so (its owner has no right to
-// write it), or the system refuses. A file that is missing must be.
+// Whether a file that is there must not be written: it is ours and marked so (its owner has no
+// right to write it), or the system refuses. A file that is missing must be.
 bool MustNotBeWritten(const std::string& native);
 
 // Carries the names in a folder to the disk. Failures as above.

@@ -138,7 +138,7 @@ class NumberedFiles {
     void FlushAll(const std::vector<int>& numbers, const std::string& namesBeside = {});
 
     // By path, outside the numbers. Delete of a missing file is failure 53. A file of which nobody
-    // can tell whether it is there is a failure of Exists.
+    // can tell whether it is there is a failure of Exists, which names it.
     bool Exists(const std::string& path) const;
     void Delete(const std::string& path);
     // Whether a file that is there is marked as not to be written, or the system refuses it.

@@ -31,7 +31,8 @@ bool NumberedFiles::Exists(const std::string& path) const {
     struct stat status {};
     if (stat(native.c_str(), &status) == 0) return S_ISREG(status.st_mode);
     if (errno == ENOENT || errno == ENOTDIR) return false;
-    throw Failure(PathFailureNumber(errno, native), path);
+    const int number = PathFailureNumber(errno, native);
+    throw Failure(number, path, path + "\n" + FailureText(number));
 }
 
 bool NumberedFiles::MustNotBeWritten(const std::string& path) const {

@@ -62,17 +62,20 @@ void RecipeJournal::SettleFiles() {
     if (text) DeleteTemporaries();
     if (!textRenamed_) return;
     // An index of which renaming was told as failed may be in its place all the same.
-    if (!index) RequireIndexInPlace();
+    RequireIndexInPlace();
     changed_ = true;
     textRenamed_ = false;
     renamed_.reset();
 }
 
-// A folder that is out of reach looks empty: its files are there again when it is.
+// A folder that is out of reach looks empty, and readers may have made an index there meanwhile,
+// but never a text. Whose text was renamed may not be known.
 void RecipeJournal::RequireIndexInPlace() const {
-    for (const RecipePair& pair : {StockPair(paths_), CustomPair(paths_)}) {
-        NamingFile(pair.IndexPath, [&] { RequireFile(pair.IndexPath); });
-    }
+    const RecipePair custom = CustomPair(paths_);
+    const RecipePair pair = renamed_ ? *renamed_ : custom;
+    NamingFile(pair.IndexPath, [&] { RequireFile(pair.IndexPath); });
+    if (!renamed_ && files_.Exists(StockPair(paths_).TextPath)) return;
+    NamingFile(pair.TextPath, [&] { RequireFile(pair.TextPath); });
 }
 
 void RecipeJournal::RequireFile(const std::string& path) const {
@@ -178,18 +181,19 @@ bool RecipeJournal::SettleChange() {
 }
 
 // Of a first record the text may not have come into being. Where it has its entry, the text was
-// there, and is only missing now.
+// there, and is only missing now; and where the journal is missing too, so is the whole folder.
 bool RecipeJournal::IsFirstNotBegun(const RecordChange& change, const RecipePair& pair) {
-    if (!change.Adds || change.TextLength != 0 || files_.Exists(pair.TextPath)) return false;
-    std::int64_t entries = 0;
+    if (change.TextLength != 0 || files_.Exists(pair.TextPath)) return false;
+    NamingFile(paths_.strRecipesTempFile, [&] { RequireFile(paths_.strRecipesTempFile); });
+    std::int64_t indexLength = 0;
     NamingFile(pair.IndexPath, [&] {
         if (!files_.Exists(pair.IndexPath)) return;
         Close(pair);
         files_.Open(pair.Index, pair.IndexPath, FileMode::Random);
-        entries = files_.Length(pair.Index);
+        indexLength = files_.Length(pair.Index) / 4 * 4;
     });
     Close(pair);
-    return entries <= change.IndexLength;
+    return indexLength <= change.IndexLength;
 }
 
 bool RecipeJournal::StockIsOnDisc() const {

@@ -65,7 +65,6 @@ class RecipeJournal {
     bool IsFirstNotBegun(const RecordChange& change, const RecipePair& pair);
     void RequireFile(const std::string& path) const;
     void RequireIndexInPlace() const;
-    bool IsInPlace(const RecipePair& pair) const;
     bool StockIsOnDisc() const;
     void RequireStockOf(bool disc) const;
     void Open(const RecipePair& pair);

@@ -76,23 +76,20 @@ void RecipeJournal::PutInPlace(const RecipePair& pair) {
         RenameIndex(pair);
     } catch (const Failure&) {
         textRenamed_ = true;
-        Ignoring([&] { textRenamed_ = !files_.Exists(text) && !IsInPlace(pair); });
+        Ignoring([&] { textRenamed_ = !files_.Exists(text); });
         renamed_ = textRenamed_ ? std::optional(pair) : std::nullopt;
         throw;
     }
 }
 
-// Neither the temporary index nor the real one is there where their folder is out of reach.
-bool RecipeJournal::IsInPlace(const RecipePair& pair) const {
-    return !files_.Exists(paths_.strRecipesIndexTempFile) && files_.Exists(pair.IndexPath);
-}
-
 // A rename may have been carried out although it was told as failed.
 std::string RecipeJournal::IndexFor(const RecipePair& pair) const {
     const std::string& index = paths_.strRecipesIndexTempFile;
-    const bool temporary = textRenamed_ && renamed_ && renamed_->Text == pair.Text &&
-                           !files_.Exists(paths_.strRecipesTempFile) && files_.Exists(index);
-    return temporary ? index : pair.IndexPath;
+    if (!textRenamed_ || !renamed_ || renamed_->Text != pair.Text) return pair.IndexPath;
+    if (files_.Exists(paths_.strRecipesTempFile)) return pair.IndexPath;
+    if (files_.Exists(index)) return index;
+    RequireIndexInPlace();
+    return pair.IndexPath;
 }
 
 void RecipeJournal::RenameIndex(const RecipePair& pair) {

@@ -86,6 +86,16 @@ bool RecipeUpdater::ReplaceFiles(std::int32_t RecipeNum, const NewRecord& record
     return true;
 }
 
+// To be replaced asks a file for nothing, so it is asked here. A mark that can be taken off goes,
+// as it does for a record that is written over.
+void RecipeUpdater::RequireWritable(const RecipePair& pair) {
+    for (const std::string& path : {pair.TextPath, pair.IndexPath}) {
+        if (files_.MustNotBeWritten(path) && !files_.ClearReadOnly(path)) {
+            throw Failure(failure::PathAccess, path);
+        }
+    }
+}
+
 // Not in doubt: whoever has the new text is to keep it then.
 bool RecipeUpdater::TextWasReplaced(const RecipePair& pair) const {
     bool replaced = false;

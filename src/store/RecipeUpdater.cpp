@@ -71,7 +71,10 @@ RecipeUpdater::Outcome RecipeUpdater::WriteInPlace(std::int32_t RecipeNum, const
             Close(pair);
             // Opened, a text that has vanished would be there again, without its recipes.
             if (!files_.Exists(pair.TextPath)) throw Failure(failure::FileNotFound, pair.TextPath);
-            RequireWritable(pair);
+            // Opened for reading alone, it would come to a longer record as if it could be written.
+            if (files_.MustNotBeWritten(pair.TextPath)) {
+                throw Failure(failure::PathAccess, pair.TextPath);
+            }
             files_.Open(pair.Text, pair.TextPath, FileMode::Binary);
             files_.Open(pair.Index, pair.IndexPath, FileMode::Random);
             const bool fitted = OverwriteRecord(PlaceOf(RecipeNum), record);
@@ -83,14 +86,6 @@ RecipeUpdater::Outcome RecipeUpdater::WriteInPlace(std::int32_t RecipeNum, const
             trouble = "Error updating recipe\n" + f.Description;
             return Outcome::Failed;
         }
-    }
-}
-
-// Opened for reading alone, a record without room for the new text would be rewritten together with
-// its file, which asks nobody.
-void RecipeUpdater::RequireWritable(const RecipePair& pair) const {
-    for (const std::string& path : {pair.TextPath, pair.IndexPath}) {
-        if (files_.MustNotBeWritten(path)) throw Failure(failure::PathAccess, path);
     }
 }
 

@@ -71,9 +71,9 @@ class RecipeUpdater {
     void Close(const RecipePair& pair);
     Outcome WriteInPlace(std::int32_t RecipeNum, const NewRecord& record, std::string& trouble);
     bool OverwriteRecord(const Place& place, const NewRecord& record);
-    void RequireWritable(const RecipePair& pair) const;
     bool ClearAttributes(const RecipePair& pair);
 
+    void RequireWritable(const RecipePair& pair);
     bool ReplaceFiles(std::int32_t RecipeNum, const NewRecord& record, std::int64_t notFromHead,
                       const Tail& tail, std::string& trouble);
     std::int64_t EndOf(const Place& place, std::int32_t start);

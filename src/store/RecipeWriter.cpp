@@ -100,19 +100,29 @@ void RecipeWriter::Settle() {
     RequireStockIndex();
 }
 
-// Behind a text that has not the records of its index, or has some of which the index knows
-// nothing, a new one would get the number of another recipe.
+// Behind a text that has not the records of its index, or has some while the index has none, a new
+// one would get the number of another recipe. The files may be others than those that were counted:
+// the folder may have been put in the place of another one, or be gone from its mount point.
 void RecipeWriter::RequireOwnFilesTogether() {
     const RecipePair own = CustomPair(paths_);
+    const std::int64_t counted = store_.TotalNumRecords - store_.OriginalNumRecords;
+    if (counted > 0 && !files_.Exists(own.IndexPath)) {
+        Refuse(failure::FileNotFound, own.IndexPath);
+    }
     const bool hasText = files_.Exists(own.TextPath);
-    if (!hasText && RecordsOf(own) > 0) Refuse(failure::FileNotFound, own.TextPath);
+    if (RecordsOf(own) != counted) Refuse(failure::BadRecordNumber, own.IndexPath);
+    if (counted > 0 && !hasText) Refuse(failure::FileNotFound, own.TextPath);
     if (hasText) RequireTextOfIndex(own);
 }
 
 // Without the count of the stock the user's numbers begin at 1, and each is that of another recipe,
-// whose picture and favourite it would take. A text on a disc is not asked for without need.
+// whose picture and favourite it would take. A text on a disc is not asked for without need; where
+// the stock is made anew there is none.
 void RecipeWriter::RequireStockIndex() {
     const RecipePair stock = StockPair(paths_);
+    if (store_.OriginalNumRecords > 0 && !files_.Exists(stock.IndexPath)) {
+        Refuse(failure::FileNotFound, stock.IndexPath);
+    }
     if (RecordsOf(stock) == 0 && files_.Exists(stock.TextPath)) RequireTextOfIndex(stock);
 }
 
@@ -125,8 +135,10 @@ void RecipeWriter::RequireTextOfIndex(const RecipePair& pair) {
     if (records == 0 ? length > 0 : last > length) Refuse(failure::BadRecordNumber, pair.TextPath);
 }
 
+// Of the index that is in the folder now.
 std::int64_t RecipeWriter::RecordsOf(const RecipePair& pair) {
-    if (!files_.IsOpen(pair.Index)) files_.Open(pair.Index, pair.IndexPath, FileMode::Random);
+    files_.Close(pair.Index);
+    files_.Open(pair.Index, pair.IndexPath, FileMode::Random);
     return files_.Length(pair.Index) / 4;
 }
 

@@ -12,7 +12,7 @@ namespace larder::test {
 namespace {
 
 // The user's recipes 2 to 4 in a text and an index of which one is not what it was: away for a
-// while, cut short, or put back from an older copy.
+// while, or cut short.
 class MismatchedFiles : public testing::Test {
   protected:
     MismatchedFiles() {
@@ -28,21 +28,14 @@ class MismatchedFiles : public testing::Test {
         folder_.Write(text, own_.Text);
         folder_.Write(index, own_.Index());
     }
-    // Adding is refused, in the words of the system, by a run that began before and one after.
-    void ExpectNothingAdded(StoreSession& before, const std::string& reason,
-                            const std::string& file = "Custom Recipes.ydb") {
+    // Adding is refused by a run that began before, for a reason that ends with `told`, and by one
+    // that begins now, with `toldNext`.
+    void ExpectNothingAdded(StoreSession& before, const std::string& told,
+                            const std::string& toldNext) {
+        ExpectRefused(before, told);
         StoreSession after(folder_.Native("Data"));
         after.Start();
-        const FolderBytes left = BytesOf(folder_.Native("Data"));
-        for (StoreSession* run : {&before, &after}) {
-            const std::int32_t records = run->Store.TotalNumRecords;
-            EXPECT_FALSE(run->Add("New", "{}"));
-            ASSERT_EQ(run->Messages.size(), 1U);
-            EXPECT_TRUE(run->Messages[0].starts_with("Error adding recipe.\n"));
-            EXPECT_TRUE(run->Messages[0].ends_with("\\" + file + "\n" + reason));
-            EXPECT_EQ(run->Store.TotalNumRecords, records);
-            EXPECT_EQ(BytesOf(folder_.Native("Data")), left);
-        }
+        ExpectRefused(after, toldNext);
         PutBack();
         StoreSession next(folder_.Native("Data"));
         next.Start();
@@ -52,6 +45,17 @@ class MismatchedFiles : public testing::Test {
                                              {"Cod", "{\\rtf1 Cod}"},
                                              {"Ray", "{\\rtf1 Ray}"},
                                              {"New", "{}"}}));
+    }
+
+    void ExpectRefused(StoreSession& run, const std::string& told) {
+        const FolderBytes left = BytesOf(folder_.Native("Data"));
+        const std::int32_t records = run.Store.TotalNumRecords;
+        EXPECT_FALSE(run.Add("New", "{}"));
+        ASSERT_EQ(run.Messages.size(), 1U);
+        EXPECT_TRUE(run.Messages[0].starts_with("Error adding recipe.\n"));
+        EXPECT_TRUE(run.Messages[0].ends_with(told)) << run.Messages[0];
+        EXPECT_EQ(run.Store.TotalNumRecords, records);
+        EXPECT_EQ(BytesOf(folder_.Native("Data")), left);
     }
 
     static constexpr const char* text = "Data/Custom Recipes.ydb";
@@ -66,7 +70,8 @@ TEST_F(MismatchedFiles, NoRecipeIsAddedWhileTheTextOfTheOthersIsMissing) {
     session.Start();
     session.Files.CloseAll();
     folder_.Delete(text);
-    ExpectNothingAdded(session, "File not found");
+    ExpectNothingAdded(session, "\\Custom Recipes.ydb\nFile not found",
+                       "\\Custom Recipes.ydb\nFile not found");
 }
 
 TEST_F(MismatchedFiles, NoRecipeIsAddedBehindATextThatLacksARecordOfItsIndex) {
@@ -74,7 +79,8 @@ TEST_F(MismatchedFiles, NoRecipeIsAddedBehindATextThatLacksARecordOfItsIndex) {
     session.Start();
     session.Files.CloseAll();
     folder_.Write(text, own_.Text.substr(0, static_cast<std::size_t>(own_.Positions[2]) - 1));
-    ExpectNothingAdded(session, "Bad record number");
+    ExpectNothingAdded(session, "\\Custom Recipes.ydb\nBad record number",
+                       "\\Custom Recipes.ydb\nBad record number");
 }
 
 TEST_F(MismatchedFiles, NoRecipeTakesTheNumbersOfATextWhoseIndexIsMissing) {
@@ -82,7 +88,8 @@ TEST_F(MismatchedFiles, NoRecipeTakesTheNumbersOfATextWhoseIndexIsMissing) {
     session.Start();
     session.Files.CloseAll();
     folder_.Delete(index);
-    ExpectNothingAdded(session, "Bad record number");
+    ExpectNothingAdded(session, "\\Custom Recipes Index.ind\nFile not found",
+                       "\\Custom Recipes.ydb\nBad record number");
 }
 
 // Without the stock's count the user's numbers begin at 1.
@@ -91,7 +98,8 @@ TEST_F(MismatchedFiles, NoRecipeTakesTheNumbersOfAStockWhoseIndexIsMissing) {
     session.Start();
     session.Files.CloseAll();
     folder_.Delete("Data/Recipes Index.ind");
-    ExpectNothingAdded(session, "Bad record number", "Recipes.ydb");
+    ExpectNothingAdded(session, "\\Recipes Index.ind\nFile not found",
+                       "\\Recipes.ydb\nBad record number");
 }
 
 TEST_F(MismatchedFiles, NoRecipeIsChangedOrDeletedByTheNumberOfAnother) {

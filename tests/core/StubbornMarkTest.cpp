@@ -87,6 +87,8 @@ TEST_F(StubbornMark, OfTheIndexEndsAnAddWithTheMessageAndTheOldBytes) {
     const FolderBytes before = BytesOf(Data());
     StoreSession session(Data());
     session.Start();
+    ASSERT_EQ(chmod((Data() / "Custom Recipes.ydb").c_str(), 0666), 0);
+    changesOfMode = 0;
     Protect("Custom Recipes Index.ind");
     const Unprivileged user;
     EXPECT_FALSE(session.Add("Ox", "{\\rtf1}"));

@@ -51,10 +51,11 @@ TEST_F(UnreadableTitles, OnlyARecordThatIsThereAndHoldsBlanksIsBlank) {
     own.AddRecipe("", blanks);
     own.AddRecipe("", "{\\rtf1 Its title is empty}");
     own.AddRecipe("", "");
+    own.AddRecipe("A title alone", blanks);
     scene.Data.WriteCustom(own);
     scene.Data.Files.CloseAll();
     scene.Store.RecalculateTotalRecipes();
-    for (const std::int32_t number : {4, 5, 6, 7, 8, 0, -1})
+    for (const std::int32_t number : {4, 5, 6, 7, 8, 9, 0, -1})
         EXPECT_EQ(scene.Store.IsBlank(number), number == 5) << number;
     scene.Data.Folder.Write("Data/Custom Recipes.ydb", own.Text.substr(0, 20));
     EXPECT_FALSE(scene.Store.IsBlank(5)) << "the text was cut short";

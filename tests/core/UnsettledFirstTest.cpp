@@ -1,3 +1,5 @@
+#include <filesystem>
+
 #include "core/UnsettledFixture.h"
 
 namespace larder::test {
@@ -55,16 +57,44 @@ TEST_F(UnsettledFirst, IsTakenBackByTheNextWriteOfTheSameRun) {
     ExpectOnly(session, {"Other", "{}"});
 }
 
-TEST_F(UnsettledFirst, WithNothingWrittenIsForgottenWithItsText) {
-    folder.Delete("Data/Custom Recipes.ydb");
-    folder.Write("Data/Custom Recipes Index.ind", "");
+TEST_F(UnsettledFirst, IsNotForgottenWhileAnEmptyFolderIsInThePlaceOfItsOwn) {
+    const std::filesystem::path data = folder.Native("Data");
+    std::filesystem::rename(data, folder.Native("Away"));
+    std::filesystem::create_directory(data);
+    for (int i = 0; i < 2; ++i)
+        EXPECT_FALSE(session.Add("Other", "{}"));
+    std::filesystem::remove_all(data);
+    std::filesystem::rename(folder.Native("Away"), data);
+    broken = true;  // nothing is taken back as yet
+    session.Files.CloseAll();
+    session.Store.OpenYDB_IND_Normal();
+    session.Store.RecalculateTotalRecipes();
+    EXPECT_EQ(ReadIn(session), Recipes({before[0], before[1]}));
+    broken = false;
     EXPECT_TRUE(session.Add("Other", "{}"));
     ExpectOnly(session, {"Other", "{}"});
 }
 
-TEST_F(UnsettledFirst, WithNothingWrittenIsForgottenByTheNextStart) {
+TEST_F(UnsettledFirst, WithNothingWrittenIsForgottenWithItsText) {
     folder.Delete("Data/Custom Recipes.ydb");
     folder.Write("Data/Custom Recipes Index.ind", "");
+    session.Files.Open(22, session.Paths.strCustomRecipesIndexFile, FileMode::Random);  // a reader
+    EXPECT_TRUE(session.Add("Other", "{}"));
+    ExpectOnly(session, {"Other", "{}"});
+}
+
+TEST_F(UnsettledFirst, WithLessThanAnEntryWrittenIsForgottenByTheNextStart) {
+    folder.Delete("Data/Custom Recipes.ydb");
+    folder.Write("Data/Custom Recipes Index.ind", "abc");
+    StoreSession next(folder.Native("Data"));
+    next.Start();
+    EXPECT_TRUE(next.Add("Other", "{}"));
+    ExpectOnly(next, {"Other", "{}"});
+}
+
+TEST_F(UnsettledFirst, WithNothingWrittenIsForgottenByTheNextStart) {
+    folder.Delete("Data/Custom Recipes.ydb");
+    folder.Delete("Data/Custom Recipes Index.ind");
     StoreSession next(folder.Native("Data"));
     next.Start();
     EXPECT_TRUE(next.Add("Other", "{}"));

@@ -104,6 +104,7 @@ TEST_F(UnsettledReads, AnIndexThatIsOutOfReachForAWhileIsNotTakenForOneInItsPlac
             EXPECT_EQ(session.Store.LookUpTitle(number).Is, TitleIs::Unreadable);
         EXPECT_FALSE(session.Update(4, "Dab", "{}"));
         EXPECT_FALSE(session.Add("New", "{}"));
+        EXPECT_NE(session.Messages.back().find(".ind"), std::string::npos);
         session.Disc.Asked.clear();
         bringBack[i]();
         if (i == 0) folder.Write("Data/Recipes Index Temp.ind", bytes);
@@ -155,6 +156,22 @@ TEST_F(UnsettledReads, AnIndexOfWhichNobodyCanTellWhereItIsIsLookedForUntilItIsF
     expected[2] = {"Conger", "{\\rtf1 Conger}"};
     EXPECT_EQ(ReadIn(session), expected);
     EXPECT_EQ(RecipesIn(BytesOf(folder.Native("Data"))), expected);
+}
+
+TEST_F(UnsettledReads, ATextOfWhichNobodyCanTellWhetherItWasReplacedStaysWithTheUser) {
+    const std::filesystem::path text = folder.Native("Data/Recipes Temp.ydb");
+    const std::filesystem::path aside = folder.Native("aside");
+    session.Files.Watch([&](const NumberedFiles::Access& access) {
+        if (access.Kind != "rename" || !access.Path.ends_with("Custom Recipes.ydb")) return;
+        std::filesystem::rename(text, aside);
+        std::filesystem::create_symlink(text.filename(), text);
+        throw Failure(failure::DeviceError, "disk");
+    });
+    EXPECT_FALSE(session.Update(3, "Conger", "{\\rtf1 Conger}"));
+    session.Files.Watch(nullptr);
+    std::filesystem::rename(aside, text);
+    EXPECT_EQ(ReadIn(session), before);
+    EXPECT_FALSE(HasTemporaries(BytesOf(folder.Native("Data"))));
 }
 
 TEST_F(UnsettledReads, ARewrittenStockIsReadByItsOwnIndexToo) {
@@ -322,6 +339,39 @@ TEST_F(UnsettledReads, ANewRecipeThatIsThereInPartIsNotCountedAtAStart) {
     EXPECT_EQ(next.Store.TotalNumRecords, 6);
     EXPECT_EQ(next.Store.GetRecipeTitle(6), "Other");
     EXPECT_EQ(ReadIn(next).size(), 6U);
+}
+
+TEST_F(UnsettledReads, TheHalfOfANewRecipeWaitsForItsText) {
+    LeaveHalfOfANewOne();
+    folder.Write("Data/Custom Recipes Index.ind", own.Index());
+    const std::string left = Own();
+    folder.Delete("Data/Custom Recipes.ydb");
+    EXPECT_THROW(StoreSession(folder.Native("Data")).Start(), Failure);
+    folder.Write("Data/Custom Recipes.ydb", left);
+    StoreSession next(folder.Native("Data"));
+    next.Start();
+    EXPECT_EQ(Own(), own.Text);
+    EXPECT_EQ(ReadIn(next), before);
+}
+
+TEST_F(UnsettledReads, WhatNobodyCanTellOfIsToldWithItsName) {
+    const std::string name = "Recipes Temp.ydb";
+    std::filesystem::create_symlink(name, std::filesystem::path(folder.Native("Data")) / name);
+    StoreSession next(folder.Native("Data"));
+    try {
+        next.Writer.Journal.SettleLastRun();
+        ADD_FAILURE() << "nothing told";
+    } catch (const Failure& f) {
+        EXPECT_NE(f.Description.find(name), std::string::npos);
+    }
+    next.Store.OpenYDB_IND_Normal();
+    next.Store.RecalculateTotalRecipes();
+    EXPECT_FALSE(next.Add("New", "{}"));
+    EXPECT_FALSE(next.Update(3, "Dab", "{}"));
+    ASSERT_EQ(next.Messages.size(), 2U);
+    for (const std::string& message : next.Messages)
+        EXPECT_NE(message.find(name), std::string::npos) << message;
+    EXPECT_EQ(Own(), own.Text);
 }
 
 TEST_F(UnsettledReads, NothingIsWrittenWhileTheJournalCannotBeRead) {

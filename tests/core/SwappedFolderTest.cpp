@@ -1,0 +1,108 @@
+// What happens in a run whose data folder, or a file of it, is another one than at its start: the
+// medium has left its mount point, or a copy was put in its place.
+
+#include <filesystem>
+
+#include "core/UnsettledFixture.h"
+
+namespace larder::test {
+namespace {
+
+class SwappedFolder : public UnsettledReads {
+  protected:
+    SwappedFolder() { broken = false; }
+
+    // An empty folder in the place of the real one, and the real one again.
+    void GoAway() const {
+        std::filesystem::rename(data, folder.Native("Away"));
+        std::filesystem::create_directory(data);
+    }
+    void ComeBack() {
+        std::filesystem::remove_all(data);
+        std::filesystem::rename(folder.Native("Away"), data);
+        session.Disc.Asked.clear();  // for the recipes that were not there
+    }
+    void ExpectTheNextIsAdded(Recipes expected) {
+        session.Messages.clear();
+        EXPECT_TRUE(session.Add("New", "{}"));
+        expected.push_back({"New", "{}"});
+        EXPECT_EQ(session.Store.TotalNumRecords, static_cast<std::int32_t>(expected.size()));
+        EXPECT_EQ(ReadIn(session), expected);
+        EXPECT_EQ(RecipesIn(BytesOf(data)), expected);
+    }
+
+    const std::filesystem::path data = folder.Native("Data");
+};
+
+TEST_F(SwappedFolder, NothingIsAddedToAnEmptyOneInItsPlace) {
+    GoAway();
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_FALSE(session.Add("New", "{}"));
+        EXPECT_FALSE(session.Update(3, "Dab", "{}"));
+        session.Store.OpenYDB_IND_Normal();
+    }
+    EXPECT_EQ(session.Messages.size(), 6U);
+    EXPECT_FALSE(folder.Exists("Data/Custom Recipes.ydb"));
+    ComeBack();
+    session.Files.CloseAll();
+    EXPECT_EQ(ReadIn(session), before);
+    ExpectTheNextIsAdded(before);
+}
+
+TEST_F(SwappedFolder, NoFirstRecipeIsAddedToAnEmptyOneInItsPlace) {
+    session.Files.CloseAll();
+    folder.Delete("Data/Custom Recipes.ydb");
+    folder.Write("Data/Custom Recipes Index.ind", "");
+    session.Start();
+    GoAway();
+    for (int i = 0; i < 3; ++i)
+        EXPECT_FALSE(session.Add("New", "{}"));
+    EXPECT_FALSE(folder.Exists("Data/Custom Recipes.ydb"));
+    ComeBack();
+    session.Files.CloseAll();
+    ExpectTheNextIsAdded({before[0], before[1]});
+}
+
+TEST_F(SwappedFolder, ItsCopyTakesTextAndEntryOfANewRecipe) {
+    std::filesystem::rename(data, folder.Native("Away"));
+    std::filesystem::copy(folder.Native("Away"), data);
+    ExpectTheNextIsAdded(before);
+    EXPECT_EQ(RecipesIn(BytesOf(folder.Native("Away"))), before);
+}
+
+TEST_F(SwappedFolder, AnOlderIndexThatIsPutBackTakesNoRecipe) {
+    session.Files.CloseAll();
+    folder.Write("Data/Custom Recipes Index.ind", own.Index().substr(0, 8));
+    EXPECT_FALSE(session.Add("New", "{}"));
+    ASSERT_EQ(session.Messages.size(), 1U);
+    EXPECT_TRUE(session.Messages[0].ends_with("Custom Recipes Index.ind\nBad record number"));
+    EXPECT_EQ(Own(), own.Text);
+    folder.Write("Data/Custom Recipes Index.ind", own.Index());
+    session.Files.CloseAll();
+    ExpectTheNextIsAdded(before);
+}
+
+TEST_F(SwappedFolder, AnEmptyOneDoesNotMakeARewrittenTextForgetItsIndex) {
+    broken = true;
+    RefuseRenameTo(session, "Custom Recipes Index.ind");
+    ASSERT_TRUE(session.Update(3, "Conger", "{\\rtf1 Conger}"));
+    session.Files.CloseAll();
+    GoAway();
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(session.Store.LookUpTitle(4).Is, TitleIs::Unreadable);
+        EXPECT_FALSE(session.Update(4, "Dab", "{}"));
+        session.Files.CloseAll();
+    }
+    EXPECT_EQ(session.Store.TotalNumRecords, 5);
+    ComeBack();
+    session.Files.CloseAll();
+    Recipes expected = before;
+    expected[2] = {"Conger", "{\\rtf1 Conger}"};
+    EXPECT_EQ(ReadIn(session), expected);
+    broken = false;
+    session.Files.CloseAll();
+    ExpectTheNextIsAdded(expected);
+}
+
+}  // namespace
+}  // namespace larder::test
