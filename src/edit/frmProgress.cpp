@@ -27,17 +27,12 @@ frmProgress::frmProgress(frmMain& hub) : window("frmProgress", &hub.ui.window) {
     ProgressBar1.Move(Pixels(34, 68, 372, 26));
     ProgressBar1.SetAccessibleName("Done");
     window.OnActivate = [this] { window.Refresh(); };
-    window.OnUnload = [this] { Begin(); };
-    Begin();
 }
 
-void frmProgress::Begin() {
-    description_.clear();
+// A task whose dialog was closed may have gone on and left its percentage.
+void frmProgress::Load() {
     lblDone.SetCaption("0%");
     ProgressBar1.SetValue(0);
-}
-
-void frmProgress::Load() {
     CenterIt();
     window.Refresh();
 }

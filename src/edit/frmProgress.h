@@ -36,7 +36,6 @@ class frmProgress {
 
   private:
     void Load();
-    void Begin();  // as nothing were done yet
 
     std::string description_;
 };

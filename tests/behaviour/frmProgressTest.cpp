@@ -180,6 +180,21 @@ TEST_F(ProgressDialog, ClosedByTheUserItStaysAwayWhileTheTaskGoesOn) {
     EXPECT_FALSE(IsShown());
 }
 
+TEST_F(ProgressDialog, TheNextTaskBeginsAnewAfterOneThatWentOnUnseen) {
+    for (const bool done : {false, true}) {
+        ShowIt("Looking");
+        Dialog().SetValue(30);
+        Native()->close();
+        Dialog().SetValue(60);
+        if (done) Dialog().Done();
+        ShowIt("Looking again");
+        EXPECT_EQ(Title(), "Looking again...");
+        EXPECT_EQ(Dialog().lblDone.Caption(), "0%");
+        EXPECT_EQ(Dialog().Value(), 0);
+        Dialog().Done();
+    }
+}
+
 TEST_F(ProgressDialog, AScreenReaderIsToldHowMuchIsDone) {
     ShowIt();
     Dialog().SetValue(42);
