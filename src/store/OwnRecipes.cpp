@@ -99,7 +99,9 @@ void OwnRecipes::DeleteRecipe(std::int32_t RecipeNum, bool OnlyCustom, bool Sile
     main.viewer.SetCurrentRecipe(-1);
     main.ui.frPic.SetVisible(false);
     main.ui.rtbSee.SetText("");
-    main.viewer.Modified = false;  // emptied by program
+    // What is typed into the empty viewer would be stored nowhere.
+    main.viewer.RecipeInBox = 0;
+    main.editor.SetInPlaceEdit(false);
 }
 
 bool OwnRecipes::MayDelete(std::int32_t RecipeNum, bool OnlyCustom, bool Silent) {

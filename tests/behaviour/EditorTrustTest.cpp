@@ -163,8 +163,9 @@ TEST_F(EditorTrust, ARecipeWhoseDiscIsGivenUpDoesNotOpen) {
     });
     Main().editor.LoadRecipeToUpdate(4);
     EXPECT_FALSE(EditorShown());
-    ASSERT_FALSE(Boxes.Shown.empty());
-    EXPECT_EQ(Boxes.Shown.back().Text, "Couldn't read recipe #4");
+    ASSERT_EQ(Boxes.Shown.size(), 2U) << "the disc is asked for once";
+    EXPECT_TRUE(Boxes.Shown[0].Text.ends_with("\rPlease, make sure the CD is in the drive."));
+    EXPECT_EQ(Boxes.Shown[1].Text, "Couldn't read recipe #4");
 }
 
 TEST_F(EditorTrust, ARecipeThatTheDiskDoesNotGiveIsToldAndADeletedOneIsNot) {
@@ -454,6 +455,31 @@ TEST_F(InPlaceTrust, ATextThatCannotBeReadIsNotOpenToTyping) {
     EXPECT_TRUE(Main().ui.rtbSee.Locked());
     Main().viewer.ShowRecipe(2);
     EXPECT_FALSE(Main().ui.rtbSee.Locked());
+}
+
+TEST_F(InPlaceTrust, TheViewerThatADeletionHasEmptiedIsNotOpenToTyping) {
+    ASSERT_TRUE(Main().viewer.ShowRecipe(4));
+    for (const int number : {4, 5}) {
+        Boxes.Then(Dialogs::Answer::Ok);
+        Main().ownRecipes.DeleteRecipe(number, true, false);
+    }
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), -1);
+    EXPECT_EQ(Main().viewer.RecipeInBox, 0);
+    EXPECT_FALSE(Main().editor.InPlaceEdit());
+    QTest::keyClicks(Main().ui.rtbSee.Native(), "lost");
+    EXPECT_EQ(Main().ui.rtbSee.Text(), "");
+    Main().viewer.ShowRecipe(2);
+    EXPECT_FALSE(Main().ui.rtbSee.Locked());
+}
+
+TEST_F(InPlaceTrust, StoringWhatWasTypedClicks) {
+    TypeInViewer(4, "Very ");
+    int clicks = 0;
+    Main().sound.OnPlay = [&](const std::string&) { ++clicks; };
+    EXPECT_TRUE(Main().editor.SaveInPlaceEdit());
+    EXPECT_EQ(clicks, 1);
+    EXPECT_TRUE(Main().editor.SaveInPlaceEdit());
+    EXPECT_EQ(clicks, 1) << "with nothing to store";
 }
 
 }  // namespace
