@@ -132,8 +132,10 @@ void PictureAssignment::RemovePicture() {
     ShowPreview("");
 }
 
-void PictureAssignment::Store(std::int32_t recipeNum) {
-    if (strNewPictureFileName.empty()) {
+void PictureAssignment::Store(std::int32_t recipeNum, bool isNew) {
+    if (isNew && main.pictures.HasPicture(std::to_string(recipeNum))) {
+        if (!strNewPictureFileName.empty()) TellNotCopied();
+    } else if (strNewPictureFileName.empty()) {
         main.pictures.DeleteFiles(recipeNum, {});
         main.pictures.RemoveFromAllWithPicture(recipeNum);
     } else {
@@ -152,10 +154,13 @@ bool PictureAssignment::CopyChosen() {
     if (main.objFSO.SameFile(strChosenFile, strNewPictureFileName)) return true;
     const int failed =
         Ignoring([this] { main.files.CopyFile(strChosenFile, strNewPictureFileName); });
-    if (failed == 0) return true;
+    if (failed != 0) TellNotCopied();
+    return failed == 0;
+}
+
+void PictureAssignment::TellNotCopied() {
     main.dialogs.MessageBox("Could not copy the picture.", Dialogs::Buttons::Ok,
                             Dialogs::Icon::Exclamation, "Tidewell Larder");
-    return false;
 }
 
 // The recipe's line and its entry in the list on show, and the selected line, which may have become

@@ -33,8 +33,9 @@ class PictureAssignment {
 
     // Brings the pictures on the disk, the set of recipes with a picture and the list in step with
     // the choice. What goes wrong with a file is told or passed over; nothing is deleted before its
-    // successor is there.
-    void Store(std::int32_t recipeNum);
+    // successor is there. A new recipe has no picture: where its number has one, stock and own
+    // recipes do not belong together, and it is that of another recipe. It stays as it is.
+    void Store(std::int32_t recipeNum, bool isNew);
 
   private:
     void AssignPicture();
@@ -42,6 +43,7 @@ class PictureAssignment {
     std::string FileOf(std::int32_t recipeNum, const std::string& ending) const;
     void RemovePicture();
     bool CopyChosen();
+    void TellNotCopied();
     void UpdateLine(std::int32_t recipeNum);
     void TellFailure(const Failure& failure);
 

@@ -89,22 +89,22 @@ void RecipeSaving::ibAdd_Click(frmAddRecipe& form) {
         form.window.SetCaption(caption);
         return;
     }
-    if (form.picture.booPictureChanged) form.picture.Store(form.lngRecipeNum);
+    const bool isNew = main.ownRecipes.NumberAdded != 0;
+    if (form.picture.booPictureChanged) form.picture.Store(form.lngRecipeNum, isNew);
     main.pictureView.ShowCurRecipePicture();
     form.Unload();
 }
 
 RecipeSaving::Outcome RecipeSaving::Store(frmAddRecipe& form) {
-    const std::int32_t number = form.lngRecipeNum;
-    const bool isNew = main.store.TotalNumRecords < number;
+    const bool isNew = main.store.TotalNumRecords < form.lngRecipeNum;
     Outcome outcome = Outcome::Failed;
+    main.ownRecipes.NumberAdded = 0;
     Telling(main, [&] { outcome = isNew ? AddNew(form) : Update(form); });
-    // A recipe that is in the book must not be added once more.
-    const bool added = isNew && main.store.TotalNumRecords >= number;
-    if (added) outcome = Outcome::Stored;
-    // The half of another one, which was counted until then, may have made way.
-    if (isNew && outcome == Outcome::Stored) form.lngRecipeNum = main.store.TotalNumRecords;
-    return outcome;
+    if (main.ownRecipes.NumberAdded == 0) return outcome;
+    // A recipe that is in the book must not be added once more, and its number may be another one
+    // than was foreseen: the half of another recipe, which was counted until then, has made way.
+    form.lngRecipeNum = main.ownRecipes.NumberAdded;
+    return Outcome::Stored;
 }
 
 RecipeSaving::Outcome RecipeSaving::AddNew(frmAddRecipe& form) {

@@ -59,13 +59,14 @@ bool OwnRecipes::AddRecipe() {
 }
 
 bool OwnRecipes::StoreNewRecipe(const std::string& strTitleTXT, const std::string& strRTF) {
+    NumberAdded = 0;
     const std::string title = FirstFilledLine(strTitleTXT);
     if (title.empty()) return false;
     if (!writer_.AddRecipeTo_YDB_IND(title, strRTF, filenumber::CustomRecipes,
                                      filenumber::CustomRecipesIndex)) {
         return false;
     }
-    const std::int32_t number = main.store.TotalNumRecords;
+    const std::int32_t number = NumberAdded = main.store.TotalNumRecords;
     main.store.SetTotalRecipes(main.store.TotalRecipes() + 1);
     main.ui.lblCategory.SetCaption("MY FAVORITES");
     main.favorites.AddToFavorites(number);

@@ -32,6 +32,9 @@ class OwnRecipes final : private UpdateSurroundings {
     bool AddRecipe();
     // AddRecipe for a recipe that stands nowhere yet.
     bool StoreNewRecipe(const std::string& strTitleTXT, const std::string& strRTF);
+    // The number under which StoreNewRecipe has stored a recipe the last time, whatever came behind
+    // the write; 0 when it stored none.
+    std::int32_t NumberAdded = 0;
     // Opens the editor on a recipe.
     void EditRecipe(std::int32_t RecipeNum);
     // Replaces a record. The title ends with its first line. False when it could not be written;

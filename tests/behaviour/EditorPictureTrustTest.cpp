@@ -136,7 +136,7 @@ class PictureCrash : public PictureTrust {
             return Main().ownRecipes.DeleteRecipe(change.Number, true, true);
         if (change.What == Change::Kind::OfNewRecipe)
             Main().ownRecipes.StoreNewRecipe("New", "{\\rtf1 New}");
-        Editor().picture.Store(change.Number);
+        Editor().picture.Store(change.Number, change.What == Change::Kind::OfNewRecipe);
     }
     // Does it once to know what comes of it; returns how many accesses that takes.
     int Rehearse(const Change& change) {
@@ -186,6 +186,16 @@ class PictureCrash : public PictureTrust {
         }
         EXPECT_TRUE(isOld || isNew) << "torn";
         return isOld ? Now::Old : Now::New;
+    }
+    // The file chosen is the recipe's own.
+    bool HasChosen(const Change& change) {
+        const std::string ending = change.Chosen.substr(change.Chosen.rfind('.'));
+        const std::string file = Photo(std::to_string(change.Number) + ending);
+        return Folder.Exists(file) && Folder.Read(file) == Folder.Read(change.Chosen);
+    }
+    bool IsToldNotCopied() const {
+        return std::ranges::any_of(
+            Boxes.Shown, [](const auto& box) { return box.Text == "Could not copy the picture."; });
     }
     void CheckPicture(const Change& change, bool done) {
         const Now now = CheckWhole(change);
@@ -291,6 +301,7 @@ TEST_F(PictureCrash, APowerCutAtAnyAccessLeavesTheOldOrTheNewPictureWhole) {
 constexpr std::array Numbers{failure::DiskFull, failure::DeviceError, failure::PathAccess};
 
 TEST_F(PictureCrash, AFailureAtAnyAccessLeavesTheOldOrTheNewPictureWhole) {
+    int told = 0;
     for (const Change& change : changes_) {
         if (change.What == Change::Kind::OfNewRecipe) continue;  // its picture is not stored then
         const int last = Rehearse(change);
@@ -306,12 +317,17 @@ TEST_F(PictureCrash, AFailureAtAnyAccessLeavesTheOldOrTheNewPictureWhole) {
             Main().files.Watch(nullptr);
             EXPECT_FALSE(HasUnfinishedCopy());
             CheckWhole(change);
+            if (!change.Chosen.empty() && !HasChosen(change)) {
+                EXPECT_TRUE(IsToldNotCopied());
+                ++told;
+            }
             ++points_;
             ASSERT_FALSE(HasFailure());
         }
     }
-    std::cout << points_ << " faults, no picture lost" << std::endl;
+    std::cout << points_ << " faults, " << told << " told, no picture lost" << std::endl;
     EXPECT_GT(points_, 60U);
+    EXPECT_GT(told, 5);
 }
 
 }  // namespace
