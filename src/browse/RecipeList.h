@@ -6,6 +6,7 @@
 namespace larder {
 
 class frmMain;
+struct VirtualListItem;
 
 // The list of recipes, `lvwX(2)`: what it holds and which part of it the lines show. VList(1) is
 // the list behind it. The control's Tag tells its content: "*" for all recipes (virtual mode), one
@@ -37,6 +38,8 @@ class RecipeList {
     // not final: the list grows under the user's eyes.
     void DecorateWait(bool booStart, const std::string& strWhat);
     void SetColumnsForRecipes_X2();
+    // Of the title in an entry's line, which tells whether the recipe has a picture.
+    std::int32_t TitleColor(const VirtualListItem& entry) const;
     // A list that has just been made and is empty, though only pictures were asked for: offers to
     // take the tick away.
     void AskAboutPictures();

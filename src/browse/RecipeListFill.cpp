@@ -171,8 +171,7 @@ bool RecipeList::FillFromNumbers(Fill& fill) {
     for (int i = 1; i <= main.ui.lvwX2.Count(); ++i) {
         const VirtualListItem* entry = list.Peek(fill.startPos + i - 1);
         if (entry == nullptr) continue;
-        WriteLine(i, entry->Num, entry->Text, entry->Icon,
-                  entry->Bold ? PictureTitleColor : main.ui.lvwX2.ForeColor(), entry->Key,
+        WriteLine(i, entry->Num, entry->Text, entry->Icon, TitleColor(*entry), entry->Key,
                   entry->Tag);
     }
     list.CurrentIndex = fill.startPos;
@@ -198,6 +197,10 @@ void RecipeList::StopGrowing() {
     main.VList[1].booSearching = false;
     ShowRecipesIn_lvwX2("same", 0, false, true);
     DecorateWait(false, "");
+}
+
+std::int32_t RecipeList::TitleColor(const VirtualListItem& entry) const {
+    return entry.Bold ? PictureTitleColor : main.ui.lvwX2.ForeColor();
 }
 
 void RecipeList::WriteLine(int line, std::int32_t number, const std::string& title, int icon,

@@ -168,15 +168,16 @@ void PictureAssignment::TellNotCopied() {
 void PictureAssignment::UpdateLine(std::int32_t recipeNum) {
     const auto update = [this](const std::string& number) {
         const bool has = !main.pictures.CheckForAPicture(number).empty();
-        Ignoring([&] {
-            VirtualListItem* entry = main.VList[1].PeekKey("k" + number);
-            if (entry == nullptr) return;
+        VirtualListItem* entry = main.VList[1].PeekKey("k" + number);
+        if (entry != nullptr) {
             entry->Icon = has ? CameraIcon : std::int16_t{0};
             entry->Bold = has;
-        });
+        }
         for (int line = 1; line <= main.ui.lvwX2.Count(); ++line) {
             ListItem& item = main.ui.lvwX2.Item(line);
-            if (item.Tag == number) item.SetSmallIcon(has ? CameraIcon : 0);
+            if (item.Tag != number) continue;
+            item.SetSmallIcon(has ? CameraIcon : 0);
+            if (entry != nullptr) item.SetSubForeColor(2, main.recipes.TitleColor(*entry));
         }
         if (!has) main.lists.RefreshLvwX(2);
     };

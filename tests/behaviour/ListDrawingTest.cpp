@@ -3,35 +3,17 @@
 #include <QApplication>
 #include <QEvent>
 #include <QImage>
-#include <QObject>
 #include <QString>
 #include <QWidget>
 #include <set>
 #include <string>
 
 #include "app/frmMain.h"
+#include "behaviour/support/EventCount.h"
 #include "behaviour/support/MeasuredLists.h"
 
 namespace larder::test {
 namespace {
-
-// Counts the events of a kind that reach a widget while it lives.
-class EventCount : public QObject {
-  public:
-    EventCount(QWidget* widget, QEvent::Type kind) : kind_(kind) {
-        widget->installEventFilter(this);
-    }
-    int Count = 0;
-
-  protected:
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == kind_) ++Count;
-        return false;
-    }
-
-  private:
-    QEvent::Type kind_;
-};
 
 class Drawing : public MeasuredLists {
   protected:

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "behaviour/support/EditorBook.h"
+#include "behaviour/support/EventCount.h"
 #include "support/Unprivileged.h"
 
 namespace larder {
@@ -74,6 +75,50 @@ TEST_F(ARecipesPicture, GivesTheLineOfTheListItsIconAtOnce) {
     EXPECT_EQ(List(2).Item(2).SmallIcon(), 2);
     Main().lists.ShowListItems(2, 1, true);
     EXPECT_EQ(List(2).Item(2).SmallIcon(), 2) << "and its entry in the list behind";
+}
+
+TEST_F(ARecipesPicture, GivesTheTitleOfItsLineTheColourOfOneWithAPictureAtOnce) {
+    const auto color = [this](int line) { return List(2).Item(line).SubForeColor(2); };
+    const std::int32_t without = color(2);
+    OpenOn(5);
+    Assign(MakePicture("lunch.gif"));
+    Update();
+    const std::int32_t with = color(2);
+    EXPECT_NE(with, without);
+    EXPECT_EQ(color(1), without);
+    Main().lists.ShowListItems(2, 1, true);
+    EXPECT_EQ(color(2), with) << "and its entry in the list behind";
+    OpenOn(5);
+    Boxes.Then(Dialogs::Answer::Yes);
+    ClickOn(Editor().ibRemovePicture);
+    Update();
+    EXPECT_EQ(color(2), without);
+    Main().lists.ShowListItems(2, 1, true);
+    EXPECT_EQ(color(2), without);
+}
+
+TEST_F(ARecipesPicture, AmongAllRecipesChangesTheIconAlone) {
+    ClickCategory("ALL RECIPES");
+    ASSERT_EQ(ShownNumbers(), (std::vector<int>{1, 2, 3, 4, 5}));
+    const std::int32_t color = List(2).Item(4).SubForeColor(2);
+    OpenOn(4);
+    Assign(MakePicture("lunch.gif"));
+    Update();
+    EXPECT_EQ(List(2).Item(4).SmallIcon(), 2);
+    EXPECT_EQ(List(2).Item(4).SubForeColor(2), color);
+}
+
+TEST_F(ARecipesPicture, ThatIsRemovedHasTheGroundOfTheListDrawnAnew) {
+    const auto drawnByStoring = [this] {
+        const test::EventCount paints(Main().ui.imgWaterMark(2).Native(), QEvent::Paint);
+        Picture().Store(4, false);  // and no event runs
+        return paints.Count;
+    };
+    OpenOn(4);
+    Assign(MakePicture("lunch.jpg"));
+    const int assigned = drawnByStoring();
+    Picture().SetNewPictureFileName("");
+    EXPECT_EQ(drawnByStoring(), assigned + 1);
 }
 
 TEST_F(ARecipesPicture, BringsTheSelectedLineInStepToo) {
