@@ -265,7 +265,6 @@ void RichTextBox::Content::Scrolled() {
 }
 
 void RichTextBox::Content::TakesMime() {
-    selectionBehind_ = true;
     textBehind_ = !screenBehind_;
 }
 
@@ -274,7 +273,6 @@ void RichTextBox::Content::Insert(const RichText& text) {
 }
 
 void RichTextBox::Content::Insert(std::u16string_view plain) {
-    selectionBehind_ = true;
     Inserted(Text().ReplaceSelection(plain));
 }
 

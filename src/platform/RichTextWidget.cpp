@@ -52,6 +52,7 @@ bool NeedsText(QEvent::Type type) {
         case QEvent::InputMethod:
         case QEvent::ContextMenu:
         case QEvent::DragEnter:
+        case QEvent::Drop:
             return true;
         default:
             return false;

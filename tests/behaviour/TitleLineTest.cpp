@@ -6,6 +6,8 @@
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QTextEdit>
+#include <functional>
+#include <memory>
 
 #include "behaviour/support/EditorBook.h"
 
@@ -34,6 +36,16 @@ class TheTitleOfANewRecipe : public EditorBook {
         Ctrl(Qt::Key_A);
         Ctrl(Qt::Key_V);
     }
+    // Drags a text to the front of the box; `during` happens before it is let go.
+    void Drop(const QByteArray& text, const std::function<void()>& during) {
+        const std::unique_ptr<QMimeData> data(Data("text/plain", text));
+        const QPoint place(1, 10);
+        QDragEnterEvent enter(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(Edit().viewport(), &enter);
+        during();
+        QDropEvent drop(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(Edit().viewport(), &drop);
+    }
 };
 
 TEST_F(TheTitleOfANewRecipe, PastedInSeveralLinesComesInOneAndNothingOfItIsLost) {
@@ -43,6 +55,17 @@ TEST_F(TheTitleOfANewRecipe, PastedInSeveralLinesComesInOneAndNothingOfItIsLost)
     ClickOn(Editor().ibAdd);
     EXPECT_EQ(Main().store.GetRecipeTitle(7), "Fish pie Bake it. Serve.");
     EXPECT_NE(Main().store.GetRecipeRTF(7).find("Fish pie Bake it. Serve."), std::string::npos);
+}
+
+TEST_F(TheTitleOfANewRecipe, PastedWithLineSeparatorsComesInOneLine) {
+    for (const auto& [type, bytes] : {std::pair{"text/plain",
+                                                "\xE2\x80\xA8"
+                                                "Fish\xE2\x80\xA8\xE2\x80\xA8pie"},
+                                      std::pair{"text/html", "<p>Fish<br>pie</p>"},
+                                      std::pair{"text/rtf", "{\\rtf1 Fish\\line pie}"}}) {
+        PasteAnew(type, bytes);
+        EXPECT_EQ(Box().Text(), "Fish pie") << type;
+    }
 }
 
 // Behind a tab a title ends.
@@ -98,13 +121,14 @@ TEST_F(TheTitleOfANewRecipe, OfNothingButLineEndsChangesOnlyTheSelection) {
 
 TEST_F(TheTitleOfANewRecipe, DroppedInSeveralLinesComesInOneToo) {
     TypeAnew(Box(), "x");
-    const std::unique_ptr<QMimeData> data(Data("text/plain", "Fish\npie"));
-    const QPoint place(1, 10);
-    QDragEnterEvent enter(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(Edit().viewport(), &enter);
-    QDropEvent drop(place, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(Edit().viewport(), &drop);
+    Drop("Fish\npie", [] {});
     EXPECT_EQ(Box().Text(), "Fish piex");
+}
+
+TEST_F(TheTitleOfANewRecipe, ChangedByTheProgramDuringADragTakesTheDropAsWell) {
+    TypeAnew(Box(), "Soup of something");
+    Drop("Fish ", [this] { Box().SetText("pie"); });
+    EXPECT_EQ(Box().Text(), "Fish pie");
 }
 
 TEST_F(TheTitleOfANewRecipe, LongerThanItsBoxScrollsSidewaysWithTheCaret) {
