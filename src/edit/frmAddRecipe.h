@@ -49,6 +49,8 @@ class frmAddRecipe {
     void ResizeIt();
     // In the middle of the screen.
     void CenterIt();
+    // The size that the window opens with on a screen of this size, its title bar included.
+    static Rectangle SizeWithin(const Rectangle& screen);
 
     std::int32_t lngRecipeNum = 0;  // 0 none yet; above TotalNumRecords a new recipe
     bool booRecipeChanged = false;  // the text, since the window was filled

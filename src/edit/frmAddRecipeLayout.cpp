@@ -22,8 +22,7 @@ Rectangle Inset(const Rectangle& area, float side, float top, float bottom) {
 const Rectangle frmAddRecipe::shpOrig{0, 0, 880 * Px, 644 * Px};
 
 // The window keeps its own proportion where the screen has no room for it.
-void frmAddRecipe::FitToScreen() {
-    const Rectangle screen = main.ui.window.WorkArea();
+Rectangle frmAddRecipe::SizeWithin(const Rectangle& screen) {
     const float proportion = shpOrig.Width / shpOrig.Height;
     float height = shpOrig.Height + FrameHeight;
     float width = shpOrig.Width;
@@ -35,7 +34,12 @@ void frmAddRecipe::FitToScreen() {
         width = 0.99F * screen.Width;
         height = width / proportion;
     }
-    window.SetClientSize(width, height - FrameHeight);
+    return {0, 0, width, height};
+}
+
+void frmAddRecipe::FitToScreen() {
+    const Rectangle size = SizeWithin(main.ui.window.WorkArea());
+    window.SetClientSize(size.Width, size.Height - FrameHeight);
 }
 
 void frmAddRecipe::CenterIt() {

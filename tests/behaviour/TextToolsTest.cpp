@@ -175,15 +175,46 @@ TEST_F(TheTextTools, ToolsActOnTheBoxThatLastHadTheFocus) {
     EXPECT_FALSE(Latched(Editor().ibItalic)) << "the buttons show the box that has the focus now";
 }
 
+TEST_F(TheTextTools, TheButtonsFollowTheCaretInTheTitleToo) {
+    RichTextBox& title = Editor().rtbTitle;
+    title.SetText("Two words");
+    title.SetFocus();
+    title.SetSelLength(3);
+    ClickOn(Editor().ibBold);
+    Press(Qt::Key_End);
+    EXPECT_FALSE(Latched(Editor().ibBold));
+    Press(Qt::Key_Home);
+    Press(Qt::Key_Right);
+    EXPECT_TRUE(Latched(Editor().ibBold));
+}
+
 TEST_F(TheTextTools, TheMarkOfTheSelectionGoesFromTheBoxThatIsLeft) {
-    Select(0, 13);
-    QApplication::processEvents();
-    const QImage marked = Box().Native()->grab().toImage();
-    Editor().rtbTitle.SetFocus();
-    QApplication::processEvents();
-    EXPECT_NE(Box().Native()->grab().toImage(), marked);
-    EXPECT_EQ(Box().SelLength(), 13) << "the selection itself stays";
-    EXPECT_FALSE(Box().HideSelection());
+    RichTextBox& title = Editor().rtbTitle;
+    title.SetText("Salt the fish");
+    const std::pair<RichTextBox*, RichTextBox*> ways[] = {{&Box(), &title}, {&title, &Box()}};
+    for (const auto& [left, entered] : ways) {
+        left->SetFocus();
+        left->SetSelStart(0);
+        left->SetSelLength(13);
+        entered->SetFocus();
+        EXPECT_EQ(left->SelLength(), 13) << "the selection itself stays";
+        EXPECT_FALSE(left->HideSelection());
+        QApplication::processEvents();
+        const QImage behind = left->Native()->grab().toImage();
+        left->SetSelLength(0);
+        EXPECT_EQ(behind, left->Native()->grab().toImage()) << left->Name();
+    }
+}
+
+TEST_F(TheTextTools, PressedByTheKeyboardAToolGivesTheFocusBackToTheText) {
+    QGuiApplication::clipboard()->setText("x");
+    for (ImageButton* tool :
+         {&Editor().ibLeft, &Editor().ibCenter, &Editor().ibRight, &Editor().ibPaste}) {
+        tool->SetFocus();
+        ASSERT_EQ(EditorFocus(), tool->Name());
+        Press(Qt::Key_Space);
+        EXPECT_EQ(EditorFocus(), "rtbRecipe") << tool->Name();
+    }
 }
 
 TEST_F(TheTextTools, CopyCutAndPasteOfTheMenuWorkAsTheKeys) {

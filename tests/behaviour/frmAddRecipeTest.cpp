@@ -253,15 +253,18 @@ TEST_F(TheEditor, AFailedUpdateKeepsTheWindowWithWhatWasTyped) {
 TEST_F(TheEditor, CancelLeavesWithoutAQuestionAndTheNextOpeningIsNew) {
     OpenOn(4);
     Type("changed ");
+    Main().ui.window.SetWindowState(Window::Minimized);
     ClickOn(Editor().ibCancel);
     EXPECT_FALSE(EditorShown());
     EXPECT_TRUE(Boxes.Shown.empty());
     EXPECT_EQ(Editor().lngRecipeNum, 0);
+    EXPECT_EQ(Editor().rtbTitle.Text(), "");
     EXPECT_EQ(Editor().rtbRecipe.Text(), "");
-    EXPECT_TRUE(Main().ui.window.Visible());
+    EXPECT_NE(Main().ui.window.WindowState(), Window::Minimized);
     OpenNew();
     EXPECT_EQ(Editor().window.Caption(), "Add Recipe");
     EXPECT_EQ(Editor().ibAdd.Caption(), "Add");
+    EXPECT_EQ(Editor().ibAdd.ToolTipText(), "Add the recipe to the database");
     EXPECT_TRUE(Editor().rtbTitle.Visible());
     EXPECT_FALSE(Editor().imgTitleHide.Visible());
     EXPECT_EQ(Editor().rtbTitle.Text(), "TYPE THE TITLE HERE");
@@ -407,6 +410,38 @@ TEST_F(TheEditor, FitsOnTheScreenInItsOwnProportion) {
     const Rectangle place = window.Place();
     EXPECT_NEAR(place.Left - screen.Left, (screen.Width - place.Width) / 2, 20 * TwipsPerPixel);
     EXPECT_NEAR(place.Top - screen.Top, (screen.Height - place.Height) / 2, 20 * TwipsPerPixel);
+}
+
+TEST_F(TheEditor, KeepsItsProportionOnAScreenThatIsTooLowTooNarrowOrBoth) {
+    struct Case {
+        float ScreenWidth, ScreenHeight;  // in pixels, as all here
+        float Width, Height;
+    };
+    const float proportion = frmAddRecipe::shpOrig.Width / frmAddRecipe::shpOrig.Height;
+    for (const Case& each :
+         {Case{1920, 1080, 880, 684}, Case{880, 684, 880, 684},
+          Case{1600, 600, 594 * proportion, 594}, Case{700, 1000, 693, 693 / proportion},
+          Case{600, 500, 594, 594 / proportion}}) {
+        SCOPED_TRACE(std::to_string(each.ScreenWidth) + " x " + std::to_string(each.ScreenHeight));
+        const Rectangle size = frmAddRecipe::SizeWithin(
+            {0, 0, each.ScreenWidth * TwipsPerPixel, each.ScreenHeight * TwipsPerPixel});
+        EXPECT_NEAR(size.Width / TwipsPerPixel, each.Width, 0.1F);
+        EXPECT_NEAR(size.Height / TwipsPerPixel, each.Height, 0.1F);
+    }
+}
+
+TEST_F(TheEditor, TheSheetShowsThroughBothBoxes) {
+    OpenNew();
+    for (RichTextBox* box : {static_cast<RichTextBox*>(&Editor().rtbTitle), &Editor().rtbRecipe}) {
+        box->SetText("");
+        Editor().ibCancel.SetFocus();  // and no caret is in the text
+        const QRect place = box->Native()->geometry();
+        const auto seen = [&] { return Editor().window.Native()->grab(place).toImage(); };
+        const QImage with = seen();
+        box->SetVisible(false);
+        EXPECT_EQ(with, seen()) << box->Name();
+        box->SetVisible(true);
+    }
 }
 
 }  // namespace
