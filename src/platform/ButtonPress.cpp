@@ -13,44 +13,53 @@ namespace larder {
 
 class ButtonPress::Watcher : public QObject {
   public:
+    enum class By { Nobody, Mouse, Space, Program };
+
     Watcher(QWidget* widget, Lost lost) : widget_(widget), lost_(std::move(lost)) {
         widget->installEventFilter(this);
+        // Without it, a widget is not told of a mouse that moves with no button held.
+        widget->setMouseTracking(true);
     }
 
     Qt::MouseButton Button() const { return button_; }
-    bool IsHeld() const { return button_ != Qt::NoButton; }
-    bool BySpace() const { return bySpace_; }
+    bool IsHeld(By by) const { return by_ == by; }
 
-    bool Begin(Qt::MouseButton button, bool bySpace) {
-        if (IsHeld()) return false;
+    bool Begin(By by, Qt::MouseButton button) {
+        if (by_ != By::Nobody) return false;
+        by_ = by;
         button_ = button;
-        bySpace_ = bySpace;
         window_ = widget_->window();
         if (window_ != widget_) window_->installEventFilter(this);
         return true;
     }
-    bool End() {
-        button_ = Qt::NoButton;
-        if (window_ != widget_) window_->removeEventFilter(this);
+    bool End(By by) {
+        if (by_ != by) return false;
+        Release();
         return true;
     }
     void Abandon() {
-        if (!IsHeld()) return;
+        if (by_ == By::Nobody) return;
         const Lost lost = lost_;  // which may destroy this
         const int button = ButtonMask(button_);
-        End();
+        Release();
         lost(button);
     }
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (!IsHeld() || !Loses(watched, *event)) return false;
+        if (by_ == By::Nobody || !Loses(watched, *event)) return false;
         const QPointer<QObject> alive(watched);
         Abandon();
         return alive.isNull();  // nobody is left for the event
     }
 
   private:
+    void Release() {
+        by_ = By::Nobody;
+        button_ = Qt::NoButton;
+        if (window_ != widget_) window_->removeEventFilter(this);
+    }
+
     bool Loses(const QObject* watched, const QEvent& event) const {
         switch (event.type()) {
             case QEvent::WindowBlocked:
@@ -61,9 +70,9 @@ class ButtonPress::Watcher : public QObject {
             case QEvent::EnabledChange:
                 return watched == widget_ && !widget_->isEnabled();
             case QEvent::FocusOut:
-                return watched == widget_ && bySpace_;
+                return watched == widget_ && by_ == By::Space;
             case QEvent::MouseMove:  // a menu had the mouse when the button was let go
-                return watched == widget_ && !bySpace_ &&
+                return watched == widget_ && by_ == By::Mouse &&
                        !static_cast<const QMouseEvent&>(event).buttons().testFlag(button_);
             default:
                 return false;
@@ -73,8 +82,8 @@ class ButtonPress::Watcher : public QObject {
     QWidget* widget_;
     QWidget* window_ = nullptr;  // that is watched, during a press
     Lost lost_;
+    By by_ = By::Nobody;
     Qt::MouseButton button_ = Qt::NoButton;
-    bool bySpace_ = false;
 };
 
 ButtonPress::ButtonPress(QWidget* widget, Lost lost)
@@ -82,29 +91,36 @@ ButtonPress::ButtonPress(QWidget* widget, Lost lost)
 
 ButtonPress::~ButtonPress() = default;
 
-bool ButtonPress::IsHeld() const {
-    return watcher_->IsHeld();
+bool ButtonPress::IsHeldByMouse() const {
+    return watcher_->IsHeld(Watcher::By::Mouse);
 }
 
 bool ButtonPress::IsHeldBySpace() const {
-    return watcher_->IsHeld() && watcher_->BySpace();
+    return watcher_->IsHeld(Watcher::By::Space);
 }
 
 bool ButtonPress::BeginByMouse(const QMouseEvent& event) {
-    return watcher_->Begin(event.button(), false);
+    return watcher_->Begin(Watcher::By::Mouse, event.button());
 }
 
 bool ButtonPress::BeginBySpace() {
-    return watcher_->Begin(Qt::LeftButton, true);
+    return watcher_->Begin(Watcher::By::Space, Qt::LeftButton);
+}
+
+bool ButtonPress::BeginByProgram() {
+    return watcher_->Begin(Watcher::By::Program, Qt::LeftButton);
 }
 
 bool ButtonPress::EndByMouse(const QMouseEvent& event) {
-    const bool its = IsHeld() && !watcher_->BySpace() && event.button() == watcher_->Button();
-    return its && watcher_->End();
+    return event.button() == watcher_->Button() && watcher_->End(Watcher::By::Mouse);
 }
 
 bool ButtonPress::EndBySpace() {
-    return IsHeldBySpace() && watcher_->End();
+    return watcher_->End(Watcher::By::Space);
+}
+
+bool ButtonPress::EndByProgram() {
+    return watcher_->End(Watcher::By::Program);
 }
 
 void ButtonPress::Abandon() {

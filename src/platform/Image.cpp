@@ -31,8 +31,10 @@ class Image::Widget : public QWidget {
 
     // A whole press of a button at once, as assistive technology makes it.
     void PressAndRelease() {
+        if (!press_.BeginByProgram()) return;
         const QPointer<Widget> alive(this);
-        if (PressBySpace(0) && !alive.isNull()) ReleaseSpace();
+        FireMouseDown(0);
+        if (!alive.isNull() && press_.EndByProgram()) FireUpAndClick();
     }
 
   protected:
@@ -62,27 +64,23 @@ class Image::Widget : public QWidget {
 
     void keyPressEvent(QKeyEvent* event) override {
         if (!IsButton() || event->key() != Qt::Key_Space) return QWidget::keyPressEvent(event);
-        if (!event->isAutoRepeat()) PressBySpace(ShiftOf(*event));
+        if (!event->isAutoRepeat() && press_.BeginBySpace()) FireMouseDown(ShiftOf(*event));
     }
     void keyReleaseEvent(QKeyEvent* event) override {
         if (!IsButton() || event->key() != Qt::Key_Space) return QWidget::keyReleaseEvent(event);
-        if (!event->isAutoRepeat()) ReleaseSpace();
+        if (!event->isAutoRepeat() && press_.EndBySpace()) FireUpAndClick();
     }
     void focusOutEvent(QFocusEvent*) override { update(); }
 
   private:
-    bool PressBySpace(int shift) {
-        if (!press_.BeginBySpace()) return false;
-        Fire(image_.OnMouseDown, mouse::LeftButton, shift, CentreX(), CentreY());
-        return true;
-    }
-    void ReleaseSpace() {
-        if (!press_.EndBySpace()) return;
+    void FireUpAndClick() {
         const QPointer<Widget> alive(this);
         FireMouseUp();
         if (!alive.isNull()) Fire(image_.OnClick);
     }
-
+    void FireMouseDown(int shift) {
+        Fire(image_.OnMouseDown, mouse::LeftButton, shift, CentreX(), CentreY());
+    }
     void FireMouseUp() { Fire(image_.OnMouseUp, mouse::LeftButton, 0, CentreX(), CentreY()); }
     float CentreX() const { return image_.Width() / 2; }
     float CentreY() const { return image_.Height() / 2; }
@@ -108,12 +106,12 @@ class Image::Widget::Accessible : public QAccessibleWidget {
 
     QStringList actionNames() const override {
         const QStringList names = QAccessibleWidget::actionNames();
-        return widget_.IsButton() ? QStringList{pressAction()} + names : names;
+        return CanBePressed() ? QStringList{pressAction()} + names : names;
     }
 
     void doAction(const QString& name) override {
         if (name != pressAction()) return QAccessibleWidget::doAction(name);
-        if (widget_.IsButton()) widget_.PressAndRelease();
+        if (CanBePressed()) widget_.PressAndRelease();
     }
 
     QStringList keyBindingsForAction(const QString& name) const override {
@@ -122,6 +120,8 @@ class Image::Widget::Accessible : public QAccessibleWidget {
     }
 
   private:
+    bool CanBePressed() const { return widget_.IsButton() && widget_.isEnabled(); }
+
     Widget& widget_;
 };
 

@@ -34,10 +34,10 @@ class ImageButton::Widget : public QWidget {
 
     // A whole press at once, as assistive technology and Enter make it.
     void PressAndRelease() {
-        Fire(button_.OnMouseDown, mouse::LeftButton, 0, CentreX(), CentreY());
+        if (!press_.BeginByProgram()) return;
         const QPointer<Widget> alive(this);
-        Fire(button_.OnMouseUp, mouse::LeftButton, 0, CentreX(), CentreY());
-        if (!alive.isNull()) Fire(button_.OnClick);
+        Fire(button_.OnMouseDown, mouse::LeftButton, 0, CentreX(), CentreY());
+        if (!alive.isNull() && press_.EndByProgram()) EndPressAndClick();
     }
 
     void SetAccessKey(const QString& caption) {
@@ -68,7 +68,7 @@ class ImageButton::Widget : public QWidget {
     void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
 
     void mouseMoveEvent(QMouseEvent* event) override {
-        if (press_.IsHeld() && !press_.IsHeldBySpace()) SetPressed(IsOver(*event));
+        if (press_.IsHeldByMouse()) SetPressed(IsOver(*event));
     }
 
     void mouseReleaseEvent(QMouseEvent* event) override {
@@ -104,10 +104,16 @@ class ImageButton::Widget : public QWidget {
         update();
     }
 
-    // The press has ended, and its release will never be seen or is that of Space.
+    // The press has ended without a release of the mouse.
     void EndPress(int button) {
         SetPressed(false);
         Fire(button_.OnMouseUp, button, 0, CentreX(), CentreY());
+    }
+
+    void EndPressAndClick() {
+        const QPointer<Widget> alive(this);
+        EndPress(mouse::LeftButton);
+        if (!alive.isNull()) Fire(button_.OnClick);
     }
 
     ImageButton& button_;
@@ -139,10 +145,7 @@ void ImageButton::Widget::keyReleaseEvent(QKeyEvent* event) {
         event->ignore();
         return;
     }
-    if (event->isAutoRepeat() || !press_.EndBySpace()) return;
-    const QPointer<Widget> alive(this);
-    EndPress(mouse::LeftButton);
-    if (!alive.isNull()) Fire(button_.OnClick);
+    if (!event->isAutoRepeat() && press_.EndBySpace()) EndPressAndClick();
 }
 
 void ImageButton::Widget::paintEvent(QPaintEvent*) {
@@ -187,20 +190,18 @@ class ImageButton::Accessible : public QAccessibleWidget {
     QAccessible::State state() const override {
         QAccessible::State state = QAccessibleWidget::state();
         state.pressed = widget_.Button().CurrentLook() == Look::Pressed;
-        state.disabled = widget_.Button().ButtonState() == Disabled;
+        if (widget_.Button().ButtonState() == Disabled) state.disabled = true;
         return state;
     }
 
     QStringList actionNames() const override {
-        return QStringList{pressAction()} + QAccessibleWidget::actionNames();
+        const QStringList names = QAccessibleWidget::actionNames();
+        return widget_.isEnabled() ? QStringList{pressAction()} + names : names;
     }
 
     void doAction(const QString& name) override {
-        if (name == pressAction()) {
-            widget_.PressAndRelease();
-        } else {
-            QAccessibleWidget::doAction(name);
-        }
+        if (name != pressAction()) return QAccessibleWidget::doAction(name);
+        if (widget_.isEnabled()) widget_.PressAndRelease();
     }
 
     QStringList keyBindingsForAction(const QString& name) const override {

@@ -2,6 +2,7 @@
 #include "platform/ImageButton.h"
 
 #include <QWindow>
+#include <functional>
 
 #include "ShownWindow.h"
 #include "platform/CheckBox.h"
@@ -74,6 +75,7 @@ class AButton : public test::ShownWindow {
     QWidget* Native() { return button_.Native(); }
     QPoint Inside() { return Native()->rect().center(); }
 
+    const QString pressAction = QAccessibleActionInterface::pressAction();
     test::TempFolder folder_;
     ImageButton button_{window, "ibNext"};
     CheckBox other_{window, "other"};
@@ -290,6 +292,76 @@ TEST_F(AButton, ThatMissedTheReleaseIsLetGoWhenTheMouseIsSeenWithoutTheButton) {
     EXPECT_EQ(events_, "Down2 Up2 ");
 }
 
+TEST_F(AButton, ThatMissedTheReleaseIsLetGoByAMouseThatMovesWithNoButton) {
+    Show();
+    QTest::mousePress(Native(), Qt::LeftButton, {}, Inside());
+    test::MoveWith(Native(), Qt::NoButton);
+    EXPECT_EQ(events_, "Down1 Up1 ");
+    EXPECT_EQ(button_.CurrentLook(), ImageButton::Look::Normal);
+}
+
+TEST_F(AButton, TheFocusThatGoesAwayLeavesAPressOfTheMouse) {
+    Show();
+    QTest::mousePress(Native(), Qt::LeftButton, {}, Inside());
+    ASSERT_TRUE(button_.HasFocus());
+    other_.SetFocus();
+    EXPECT_EQ(events_, "Down1 ");
+    QTest::mouseRelease(Native(), Qt::LeftButton, {}, Inside());
+    EXPECT_EQ(events_, "Down1 Up1 Click ");
+}
+
+TEST_F(AButton, ThereIsOnePressAtATimeHoweverItIsMade) {
+    button_.SetCaption("&Go");
+    Show();
+    button_.SetFocus();
+    const std::function<void()> others[] = {
+        [&] { QTest::keyClick(Native(), Qt::Key_Return); },
+        [&] { QTest::keyClick(Native(), Qt::Key_G, Qt::AltModifier); },
+        [&] { Accessible(button_)->actionInterface()->doAction(pressAction); },
+    };
+    for (const auto& press : others) {
+        events_.clear();
+        press();
+        EXPECT_EQ(events_, "Down1 Up1 Click ");
+        events_.clear();
+        QTest::mousePress(Native(), Qt::LeftButton, {}, Inside());
+        press();
+        EXPECT_EQ(events_, "Down1 ");
+        QTest::mouseRelease(Native(), Qt::LeftButton, {}, Inside());
+        QTest::keyPress(Native(), Qt::Key_Space);
+        press();
+        EXPECT_EQ(events_, "Down1 Up1 Click Down1 ");
+        QTest::keyRelease(Native(), Qt::Key_Space);
+        EXPECT_EQ(events_, "Down1 Up1 Click Down1 Up1 Click ");
+    }
+}
+
+TEST_F(AButton, APressFromWithinAnotherIsNotSeen) {
+    Show();
+    button_.OnMouseDown = [this](int, int, float, float) {
+        events_ += "Down ";
+        QTest::mouseClick(Native(), Qt::LeftButton, {}, Inside());
+        Accessible(button_)->actionInterface()->doAction(pressAction);
+    };
+    Accessible(button_)->actionInterface()->doAction(pressAction);
+    EXPECT_EQ(events_, "Down Up1 Click ");
+}
+
+TEST_F(AButton, EnterClicksItThoughTheFocusGoesAwayAtThePress) {
+    Show();
+    button_.SetFocus();
+    button_.OnMouseDown = [this](int, int, float, float) { other_.SetFocus(); };
+    QTest::keyClick(Native(), Qt::Key_Return);
+    EXPECT_EQ(events_, "Up1 Click ");
+}
+
+TEST_F(AButton, TakenAwayByItsOwnPressItIsLetGoWithoutAClick) {
+    Show();
+    button_.OnMouseDown = [this](int, int, float, float) { button_.SetVisible(false); };
+    Accessible(button_)->actionInterface()->doAction(pressAction);
+    EXPECT_EQ(events_, "Up1 ");
+}
+
 TEST_F(AButton, SpacePressesItAsTheMouseDoes) {
     Design(true);
     Show();
@@ -387,7 +459,22 @@ TEST_F(AButton, IsAPushButtonToAssistiveTechnologyWithNameStateAndPress) {
     EXPECT_TRUE(accessible->state().pressed);
     button_.SetButtonState(ImageButton::Disabled);
     EXPECT_TRUE(accessible->state().disabled);
-    accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    accessible->actionInterface()->doAction(pressAction);
+    EXPECT_EQ(events_, "Down1 Up1 Click ");
+}
+
+TEST_F(AButton, ThatIsDisabledIsNotPressedByAssistiveTechnology) {
+    Show();
+    Native()->setEnabled(false);
+    QAccessibleInterface* accessible = Accessible(button_);
+    EXPECT_TRUE(accessible->state().disabled);
+    EXPECT_FALSE(accessible->actionInterface()->actionNames().contains(pressAction));
+    accessible->actionInterface()->doAction(pressAction);
+    EXPECT_EQ(events_, "");
+    Native()->setEnabled(true);
+    EXPECT_FALSE(accessible->state().disabled);
+    EXPECT_TRUE(accessible->actionInterface()->actionNames().contains(pressAction));
+    accessible->actionInterface()->doAction(pressAction);
     EXPECT_EQ(events_, "Down1 Up1 Click ");
 }
 

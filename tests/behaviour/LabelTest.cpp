@@ -342,6 +342,18 @@ TEST_F(APictureButton, IsAButtonToAssistiveTechnologyAndCanBePressed) {
     EXPECT_EQ(told_, "D1@750U1C");
 }
 
+TEST_F(APictureButton, ThatIsDisabledIsNotPressedByAssistiveTechnology) {
+    const QString press = QAccessibleActionInterface::pressAction();
+    QAccessibleActionInterface* actions = Accessible(image_)->actionInterface();
+    image_.Native()->setEnabled(false);
+    EXPECT_FALSE(actions->actionNames().contains(press));
+    actions->doAction(press);
+    EXPECT_EQ(told_, "");
+    image_.Native()->setEnabled(true);
+    actions->doAction(press);
+    EXPECT_EQ(told_, "D1@750U1C");
+}
+
 TEST_F(AnImage, ThatIsNoButtonTakesNeitherFocusNorPress) {
     bool clicked = false;
     image_.Move({0, 0, 1500, 1500});
