@@ -89,6 +89,11 @@ void ListSteps::GoEnd(std::int16_t Index) {
     JumpTo(Index, main.lists.LastStart(Index), true);
 }
 
+void ListSteps::ShowWindowBefore(std::int32_t place) {
+    const std::int32_t first = RecipeBefore(place) - main.LinesInList[Element(2)] + 1;
+    main.lists.ShowListItems(2, MaxOf(first, 1), false);
+}
+
 void ListSteps::ScrollUpTo(std::int16_t Index, std::int32_t start) {
     main.lists.ShowListItems(Index, MaxOf(start, 1), false);
     main.ui.tmrScrolls.SetEnabled(true);
@@ -162,11 +167,7 @@ void ListSteps::JumpTo(std::int16_t Index, std::int32_t start, bool toLastLine) 
     const ListView& lines = main.ui.lvwX(Index);
     const VirtualList& list = main.VList[Element(Index)];
     if (list.CurrentIndex != start) main.lists.ShowListItems(Index, start, false);
-    if (toLastLine && lines.Count() == 0 && list.VirtualMode) {
-        const std::int32_t recipe = RecipeBefore(start);
-        const std::int32_t first = recipe - main.LinesInList[Element(Index)] + 1;
-        main.lists.ShowListItems(Index, MaxOf(first, 1), false);
-    }
+    if (toLastLine && lines.Count() == 0 && list.VirtualMode) ShowWindowBefore(start);
     const int line = toLastLine ? lines.Count() : 1;
     SelectAndFocus(Index, line);
     main.lists.RefreshListItem(Index, static_cast<std::int16_t>(line));

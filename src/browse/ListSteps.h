@@ -25,6 +25,9 @@ class ListSteps {
     // The Home and End keys: to the first (last) entry.
     void GoHome(std::int16_t Index);
     void GoEnd(std::int16_t Index);
+    // For the list of all recipes: a window that ends with the last recipe before a place, or at
+    // the beginning of the list when there is none.
+    void ShowWindowBefore(std::int32_t place);
 
   private:
     // Moves the window to a start, as far as the list goes; downwards never to a place from which

@@ -25,6 +25,7 @@ void RecipeList::RemoveFrom_lvwX2(std::int32_t RecipeToRemove) {
     i = std::clamp(i, 1, std::max(1, std::min<int>(list.Count(), main.LinesInList[1])));
     main.strSelectedKey[1] = std::to_string(i);
     ShowRecipesIn_lvwX2("same", 0, false, true);
+    if (i > lines.Count()) BringBarToLastLine();
     ReportRecipesFound("");
     if (lines.Count() == 0) {
         Ignoring([this] { main.viewer.SetCurrentRecipe(-1); });
@@ -46,6 +47,18 @@ int RecipeList::BringBarTo(std::int32_t number) {
         if (Val(tag) < number) ++before;
     }
     return before + 1;
+}
+
+// Blank stock records count among all recipes but have no lines: fewer stand in the window than
+// fit, or none at all.
+void RecipeList::BringBarToLastLine() {
+    const ListView& lines = main.ui.lvwX2;
+    const VirtualList& list = main.VList[1];
+    if (lines.Count() == 0 && list.VirtualMode) main.steps.ShowWindowBefore(list.CurrentIndex);
+    if (lines.Count() == 0) return;
+    main.strSelectedKey[1] = std::to_string(lines.Count());
+    main.lists.HighlightSelected(2, false);
+    main.lists.ReturnFocus();
 }
 
 void RecipeList::ReportRecipesFound(const std::string& strAppend) {

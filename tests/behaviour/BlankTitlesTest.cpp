@@ -24,6 +24,20 @@ class BlankTitles : public MainWindowFixture {
         ClickCategory("ALL RECIPES");
         Focus(2);
     }
+    // Of the recipe that was pressed.
+    void Delete(int recipe) {
+        ASSERT_EQ(Main().viewer.CurrentRecipe(), recipe);
+        Boxes.Then(Dialogs::Answer::Ok);
+        Main().ownRecipes.DeleteRecipe(recipe, true, false);
+    }
+    void ExpectOnView(int recipe) {
+        EXPECT_EQ(Main().viewer.CurrentRecipe(), recipe);
+        EXPECT_EQ(Bar(), recipe);
+        EXPECT_EQ(Main().strSelectedKey[1], "k" + std::to_string(recipe));
+        EXPECT_FALSE(List(2).HideSelection());
+        EXPECT_EQ(FocusedName(), "lvwX_2");
+        EXPECT_TRUE(Main().ui.rtbSee.Text().starts_with("Stock recipe " + std::to_string(recipe)));
+    }
     int Bar() {
         const ListItem* line = List(2).SelectedItem();
         return line == nullptr ? 0 : std::stoi(line->Tag);
@@ -129,6 +143,39 @@ TEST_F(BlankTitles, AreCrossedWithOnePress) {
     }
     Press(Qt::Key_Up);
     EXPECT_EQ(Bar(), 100);
+}
+
+TEST_F(BlankTitles, DeletingTheRecipeOfTheLastLineShowsTheOneBeforeIt) {
+    Book.AddManyStock(3);
+    Book.AddStock("");
+    Book.AddManyStock(1);
+    ASSERT_TRUE(Start("/E"));
+    ClickCategory("ALL RECIPES");
+    PressLine(2, 4);
+    Delete(5);
+    EXPECT_EQ(ShownNumbers(), Range(1, 3));
+    ExpectOnView(3);
+    PressLine(2, 1);
+    Delete(1);
+    EXPECT_EQ(ShownNumbers(), Range(2, 3));
+    ExpectOnView(2);
+    Delete(2);
+    ExpectOnView(3);
+    Delete(3);
+    EXPECT_EQ(List(2).Count(), 0);
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), -1);
+}
+
+TEST_F(BlankTitles, DeletingTheOnlyRecipeOfTheWindowBringsThoseBeforeItBack) {
+    Open(40, 160, 0);
+    ASSERT_TRUE(Start("/E"));
+    ClickCategory("ALL RECIPES");
+    Wheel(2, 50);
+    ASSERT_EQ(ShownNumbers(), Range(40, 40));
+    PressLine(2, 1);
+    Delete(40);
+    EXPECT_EQ(ShownNumbers(), Range(39 - Fit(2) + 1, 39));
+    ExpectOnView(39);
 }
 
 TEST_F(BlankTitles, AThousandOfThemCostOneReadingOfEach) {
