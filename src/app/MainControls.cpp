@@ -87,7 +87,7 @@ void MainControls::PlaceControls() {
         {chkFocusCatcher, Pixels(0, 0, 1, 1), "Selected line out of view", "", true},
         {lblCategory, Pixels(26, 64, 384, 30), "", "", true},
         {lblFound, Pixels(414, 68, 126, 24), "", "", true},
-        {lblTotal, Pixels(458, 16, 66, 22), "Recipes in the database", "", true},
+        {lblTotal, Pixels(458, 16, 66, 22), "", "", true},
         {lblRecipeNum, Pixels(572, 14, 70, 34), "", "", true},
         {chkJustWithPictures, Pixels(322, 42, 18, 18), "Only recipes with pictures", "", false},
         {lblJustWithPics, Pixels(344, 42, 198, 18), "", "Show only recipes with pictures.", false},

@@ -28,7 +28,9 @@ frmMain::frmMain(Application& application, Dialogs& theDialogs, Drives& theDrive
       VList{VirtualList(*this, intListTicket), VirtualList(*this, intListTicket)} {
     store.OnTotalRecipes = [this](std::int32_t total) {
         ui.lblTotal.SetCaption(std::to_string(total));
-        ui.lblTotal.SetToolTipText(std::to_string(total) + " recipes in the database");
+        const std::string said = std::to_string(total) + " recipes in the database";
+        ui.lblTotal.SetToolTipText(said);
+        ui.lblTotal.SetAccessibleName(said);  // a bare number tells nothing
     };
 }
 
