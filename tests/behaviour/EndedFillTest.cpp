@@ -134,6 +134,34 @@ TEST_F(EndedFill, AFindByNumberShowsItsRecipeAndLetsTheListGrow) {
     }
 }
 
+TEST_F(EndedFill, AfterAFindByNumberBarAndFocusAreThoseThatTheUserLeft) {
+    const std::function<void()> moves[] = {[&] { Key(Qt::Key_PageDown); }, [&] { Wheel(2, 5); }};
+    for (const char* category : {"BIG", "ALL RECIPES WITH PICTURES"}) {
+        for (const auto& move : moves) {
+            acted_ = false;
+            std::string bar;
+            std::string focus;
+            bool scrolledAway = false;
+            At(100, [&] {
+                Focus(2);
+                FindNumber("77");
+                move();
+                bar = Main().strSelectedKey[1];
+                focus = FocusedName();
+                scrolledAway = List(2).HideSelection();
+            });
+            ClickCategory(category);
+            EXPECT_TRUE(acted_);
+            EXPECT_NE(focus, "lvwX_1");
+            EXPECT_EQ(Current(), 77) << category;
+            EXPECT_EQ(Main().strSelectedKey[1], bar) << category;
+            EXPECT_EQ(List(2).HideSelection(), scrolledAway) << category;
+            EXPECT_EQ(FocusedName(), focus) << category;
+            ClickCategory("SOME");
+        }
+    }
+}
+
 TEST_F(EndedFill, AWrongNumberChangesNothingButItsMessage) {
     for (const char* category : {"BIG", "ALL RECIPES WITH PICTURES"}) {
         for (const char* number : {"0", "9999"}) {

@@ -6,6 +6,7 @@
 
 #include "app/frmMain.h"
 #include "behaviour/support/MainWindowFixture.h"
+#include "platform/Failure.h"
 
 namespace larder::test {
 namespace {
@@ -189,6 +190,31 @@ TEST_F(GrowingFill, ARecipeThatWasOpenedMeanwhileStaysCurrentWhereverTheBarHasGo
             ClickCategory("MY FAVORITES");
         }
     }
+}
+
+TEST_F(GrowingFill, ARecipeThatWasAskedForMeanwhileInVainIsToldOnce) {
+    ASSERT_TRUE(Start("/E"));
+    ClickCategory("ALL RECIPES");
+    PressLine(2, 7);
+    Main().ui.rtbSee.SetFocus();
+    Key(Qt::Key_X);
+    ASSERT_TRUE(Main().viewer.Modified);
+    Main().files.Watch([](const NumberedFiles::Access& access) {
+        if (access.Kind == "write") throw Failure(failure::DiskFull, "disk");
+    });
+    std::size_t told = 0;
+    LookAt(3 * Fit(2), [&] {
+        PressLine(2, 4);
+        told = Boxes.Shown.size();
+    });
+    ClickCategory("BIG");
+    EXPECT_TRUE(looked_);
+    EXPECT_GT(told, 0U) << "what was typed cannot be saved";
+    EXPECT_EQ(Boxes.Shown.size(), told);
+    EXPECT_EQ(Main().viewer.CurrentRecipe(), 7);
+    EXPECT_TRUE(Main().viewer.Modified);
+    EXPECT_EQ(FocusedName(), "lvwX_2") << "the user is in the recipes";
+    Main().files.Watch(nullptr);
 }
 
 TEST_F(GrowingFill, ARecipeThatAButtonShowedMeanwhileStaysCurrent) {
