@@ -14,9 +14,9 @@ namespace larder {
 //
 // MouseDown comes at the press; MouseUp at the release, wherever that is, and also when the press
 // ends without one (the button is hidden, the window loses the mouse); then Click, if the left
-// button was released over it. A disabled look does not stop the events: handlers guard
-// themselves. Space presses the button as the left mouse button does, Enter clicks it; a button
-// takes the focus by Tab, and by the mouse unless SetFocusOnClick(false).
+// button was released over it. There is one press at a time. A disabled look does not stop the
+// events: handlers guard themselves. Space presses as the left mouse button does, Enter clicks; a
+// button takes the focus by Tab, and by the mouse unless SetFocusOnClick(false).
 class ImageButton : public Control {
   public:
     // Design-time properties.

@@ -1,8 +1,6 @@
-#include "behaviour/support/MouseMoves.h"
 #include "platform/ImageButton.h"
 
 #include <QWindow>
-#include <functional>
 
 #include "ShownWindow.h"
 #include "platform/CheckBox.h"
@@ -267,99 +265,6 @@ TEST_F(AButton, AnotherWindowThatComesToTheFrontLetsItGo) {
     Window dialog("frmDialog", &window);
     ShowAndActivate(dialog);
     EXPECT_EQ(events_, "Down1 Up1 ");
-}
-
-TEST_F(AButton, DisabledWhileItIsHeldItIsLetGoWithoutAClick) {
-    Show();
-    QTest::mousePress(Native(), Qt::LeftButton, {}, Inside());
-    Native()->setEnabled(false);
-    EXPECT_EQ(events_, "Down1 Up1 ");
-    Native()->setEnabled(true);
-    QTest::mouseRelease(Native(), Qt::LeftButton, {}, Inside());
-    QTest::mouseClick(Native(), Qt::LeftButton, {}, Inside());
-    EXPECT_EQ(events_, "Down1 Up1 Down1 Up1 Click ");
-}
-
-TEST_F(AButton, ThatMissedTheReleaseIsLetGoWhenTheMouseIsSeenWithoutTheButton) {
-    Show();
-    QTest::mousePress(Native(), Qt::RightButton, {}, Inside());
-    test::MoveWith(Native(), Qt::LeftButton | Qt::RightButton);
-    EXPECT_EQ(events_, "Down2 ");
-    test::MoveWith(Native(), Qt::LeftButton);
-    EXPECT_EQ(events_, "Down2 Up2 ");
-    EXPECT_EQ(button_.CurrentLook(), ImageButton::Look::Normal);
-    QTest::mouseRelease(Native(), Qt::RightButton, {}, Inside());
-    EXPECT_EQ(events_, "Down2 Up2 ");
-}
-
-TEST_F(AButton, ThatMissedTheReleaseIsLetGoByAMouseThatMovesWithNoButton) {
-    Show();
-    QTest::mousePress(Native(), Qt::LeftButton, {}, Inside());
-    test::MoveWith(Native(), Qt::NoButton);
-    EXPECT_EQ(events_, "Down1 Up1 ");
-    EXPECT_EQ(button_.CurrentLook(), ImageButton::Look::Normal);
-}
-
-TEST_F(AButton, TheFocusThatGoesAwayLeavesAPressOfTheMouse) {
-    Show();
-    QTest::mousePress(Native(), Qt::LeftButton, {}, Inside());
-    ASSERT_TRUE(button_.HasFocus());
-    other_.SetFocus();
-    EXPECT_EQ(events_, "Down1 ");
-    QTest::mouseRelease(Native(), Qt::LeftButton, {}, Inside());
-    EXPECT_EQ(events_, "Down1 Up1 Click ");
-}
-
-TEST_F(AButton, ThereIsOnePressAtATimeHoweverItIsMade) {
-    button_.SetCaption("&Go");
-    Show();
-    button_.SetFocus();
-    const std::function<void()> others[] = {
-        [&] { QTest::keyClick(Native(), Qt::Key_Return); },
-        [&] { QTest::keyClick(Native(), Qt::Key_G, Qt::AltModifier); },
-        [&] { Accessible(button_)->actionInterface()->doAction(pressAction); },
-    };
-    for (const auto& press : others) {
-        events_.clear();
-        press();
-        EXPECT_EQ(events_, "Down1 Up1 Click ");
-        events_.clear();
-        QTest::mousePress(Native(), Qt::LeftButton, {}, Inside());
-        press();
-        EXPECT_EQ(events_, "Down1 ");
-        QTest::mouseRelease(Native(), Qt::LeftButton, {}, Inside());
-        QTest::keyPress(Native(), Qt::Key_Space);
-        press();
-        EXPECT_EQ(events_, "Down1 Up1 Click Down1 ");
-        QTest::keyRelease(Native(), Qt::Key_Space);
-        EXPECT_EQ(events_, "Down1 Up1 Click Down1 Up1 Click ");
-    }
-}
-
-TEST_F(AButton, APressFromWithinAnotherIsNotSeen) {
-    Show();
-    button_.OnMouseDown = [this](int, int, float, float) {
-        events_ += "Down ";
-        QTest::mouseClick(Native(), Qt::LeftButton, {}, Inside());
-        Accessible(button_)->actionInterface()->doAction(pressAction);
-    };
-    Accessible(button_)->actionInterface()->doAction(pressAction);
-    EXPECT_EQ(events_, "Down Up1 Click ");
-}
-
-TEST_F(AButton, EnterClicksItThoughTheFocusGoesAwayAtThePress) {
-    Show();
-    button_.SetFocus();
-    button_.OnMouseDown = [this](int, int, float, float) { other_.SetFocus(); };
-    QTest::keyClick(Native(), Qt::Key_Return);
-    EXPECT_EQ(events_, "Up1 Click ");
-}
-
-TEST_F(AButton, TakenAwayByItsOwnPressItIsLetGoWithoutAClick) {
-    Show();
-    button_.OnMouseDown = [this](int, int, float, float) { button_.SetVisible(false); };
-    Accessible(button_)->actionInterface()->doAction(pressAction);
-    EXPECT_EQ(events_, "Up1 ");
 }
 
 TEST_F(AButton, SpacePressesItAsTheMouseDoes) {
