@@ -85,11 +85,9 @@ void RecipeJournal::PutInPlace(const RecipePair& pair) {
 // A rename may have been carried out although it was told as failed.
 std::string RecipeJournal::IndexFor(const RecipePair& pair) const {
     const std::string& index = paths_.strRecipesIndexTempFile;
-    if (!textRenamed_ || !renamed_ || renamed_->Text != pair.Text) return pair.IndexPath;
-    if (files_.Exists(paths_.strRecipesTempFile)) return pair.IndexPath;
-    if (files_.Exists(index)) return index;
-    RequireIndexInPlace();
-    return pair.IndexPath;
+    const bool temporary = textRenamed_ && renamed_ && renamed_->Text == pair.Text &&
+                           !files_.Exists(paths_.strRecipesTempFile) && files_.Exists(index);
+    return temporary ? index : pair.IndexPath;
 }
 
 void RecipeJournal::RenameIndex(const RecipePair& pair) {

@@ -71,10 +71,6 @@ RecipeUpdater::Outcome RecipeUpdater::WriteInPlace(std::int32_t RecipeNum, const
             Close(pair);
             // Opened, a text that has vanished would be there again, without its recipes.
             if (!files_.Exists(pair.TextPath)) throw Failure(failure::FileNotFound, pair.TextPath);
-            // Opened for reading alone, it would come to a longer record as if it could be written.
-            if (files_.MustNotBeWritten(pair.TextPath)) {
-                throw Failure(failure::PathAccess, pair.TextPath);
-            }
             files_.Open(pair.Text, pair.TextPath, FileMode::Binary);
             files_.Open(pair.Index, pair.IndexPath, FileMode::Random);
             const bool fitted = OverwriteRecord(PlaceOf(RecipeNum), record);

@@ -415,15 +415,17 @@ TEST_F(ProtectedFilesTest, AFileThatItsOwnerMustNotWriteIsWrittenByWhoMay) {
 
 TEST_F(ProtectedFilesTest, AFileThatIsMarkedReadOnlyLosesItsMarkForALongerRecordToo) {
     const Unprivileged user;
-    const TempFolder mine;
-    mine.Write("Data/Recipes.ydb", Stock());
-    mine.Write("Data/Recipes Index.ind", IndexBytes({1, 21}));
-    ASSERT_EQ(chmod(mine.Native("Data/Recipes.ydb").c_str(), 0444), 0);
-    StoreSession run(mine.Native("Data"));
-    run.Start();
-    EXPECT_TRUE(run.Update(1, "New", "{\\rtf1 Much longer than before}"));
-    EXPECT_TRUE(run.Messages.empty());
-    EXPECT_TRUE(mine.Read("Data/Recipes.ydb").starts_with("New\r\n{\\rtf1 Much longer"));
+    for (const std::string name : {"Data/Recipes.ydb", "Data/Recipes Index.ind"}) {
+        const TempFolder mine;
+        mine.Write("Data/Recipes.ydb", Stock());
+        mine.Write("Data/Recipes Index.ind", IndexBytes({1, 21}));
+        ASSERT_EQ(chmod(mine.Native(name).c_str(), 0444), 0);
+        StoreSession run(mine.Native("Data"));
+        run.Start();
+        EXPECT_TRUE(run.Update(1, "New", "{\\rtf1 Much longer than before}")) << name;
+        EXPECT_TRUE(run.Messages.empty());
+        EXPECT_TRUE(mine.Read("Data/Recipes.ydb").starts_with("New\r\n{\\rtf1 Much longer"));
+    }
 }
 
 TEST_F(ProtectedFilesTest, StorageThatCannotBeReachedAtAllIsToldInsteadOfTriedForEver) {
