@@ -24,12 +24,9 @@ Size WholeSizeOf(const Rectangle& box) {
 
 void PictureView::ShowCurRecipePicture() {
     main.screen.SetEncyclopediaMode(false);
-    const std::string number = std::to_string(main.viewer.CurrentRecipe());
-    // A deletion that was cut short may have left a picture.
     const std::int32_t current = main.viewer.CurrentRecipe();
-    const bool deleted = current > main.store.OriginalNumRecords && main.store.IsBlank(current);
-    if (main.pictures.HasPicture(number) && !deleted) {
-        main.pictures.CheckForAPicture(number);
+    if (main.pictures.ShowsPicture(current)) {
+        main.pictures.CheckForAPicture(std::to_string(current));
     } else {
         main.pictures.strPictureFileName.clear();
     }

@@ -20,12 +20,12 @@ void RecipeList::RemoveFrom_lvwX2(std::int32_t RecipeToRemove) {
     const std::int32_t stood = list.CurrentIndex;
     list.RemoveNum(RecipeToRemove, sorted);
     // It has made the place the first of the window, which is to stay, so that the recipe behind
-    // moves into the line.
+    // moves into the line; or the one before it, at the end of a longer list.
     list.CurrentIndex = stood;
     i = std::clamp(i, 1, std::max(1, std::min<int>(list.Count(), main.LinesInList[1])));
     main.strSelectedKey[1] = std::to_string(i);
     ShowRecipesIn_lvwX2("same", 0, false, true);
-    if (i > lines.Count()) BringBarToLastLine();
+    if (i > lines.Count()) i = BringBarToLastLine();
     ReportRecipesFound("");
     if (lines.Count() == 0) {
         Ignoring([this] { main.viewer.SetCurrentRecipe(-1); });
@@ -51,14 +51,15 @@ int RecipeList::BringBarTo(std::int32_t number) {
 
 // Blank stock records count among all recipes but have no lines: fewer stand in the window than
 // fit, or none at all.
-void RecipeList::BringBarToLastLine() {
+int RecipeList::BringBarToLastLine() {
     const ListView& lines = main.ui.lvwX2;
     const VirtualList& list = main.VList[1];
     if (lines.Count() == 0 && list.VirtualMode) main.steps.ShowWindowBefore(list.CurrentIndex);
-    if (lines.Count() == 0) return;
+    if (lines.Count() == 0) return 0;
     main.strSelectedKey[1] = std::to_string(lines.Count());
     main.lists.HighlightSelected(2, false);
     main.lists.ReturnFocus();
+    return lines.Count();
 }
 
 void RecipeList::ReportRecipesFound(const std::string& strAppend) {

@@ -62,7 +62,8 @@ class RecipeList {
     // Puts the bar on a recipe of the list, which is brought into the window for it. The line where
     // it stands, or would stand: among all recipes a deleted one has none any more.
     int BringBarTo(std::int32_t number);
-    void BringBarToLastLine();
+    // That line; 0 when there is none.
+    int BringBarToLastLine();
     void WriteLine(int line, std::int32_t number, const std::string& title, int icon,
                    std::int32_t titleColor, const std::string& key, const std::string& tag);
 

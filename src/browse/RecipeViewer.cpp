@@ -32,7 +32,7 @@ void RecipeViewer::SetCurrentRecipe(std::int32_t vNewValue) {
     const std::string number = std::to_string(vNewValue);
     main.ui.lblRecipeNum.SetCaption("# " + number);
     main.ui.lblRecipeNum.SetToolTipText("#" + number + " is the current recipe.");
-    booRecipeHasPicture = main.pictures.HasPicture(number);
+    booRecipeHasPicture = main.pictures.ShowsPicture(vNewValue);
     if (booRecipeHasPicture) {
         main.screen.NormPhotoButton();
     } else {

@@ -18,6 +18,11 @@ bool PictureSet::HasPicture(const std::string& strRecipeNum) const {
     return strAllWithPicture.Holds(strRecipeNum);
 }
 
+bool PictureSet::ShowsPicture(std::int32_t RecipeNum) const {
+    if (!HasPicture(std::to_string(RecipeNum))) return false;
+    return RecipeNum <= main.store.OriginalNumRecords || !main.store.IsBlank(RecipeNum);
+}
+
 std::string PictureSet::CheckForAPicture(std::string strRecipeNum) {
     strPictureFileName.clear();
     if (strRecipeNum == "....") strRecipeNum = std::to_string(main.viewer.CurrentRecipe());

@@ -22,6 +22,8 @@ class PictureSet {
 
     // Whether the number stands in the set.
     bool HasPicture(const std::string& strRecipeNum) const;
+    // The same, but for a deleted recipe: a deletion that was cut short may have left its picture.
+    bool ShowsPicture(std::int32_t RecipeNum) const;
     // The file of a recipe's picture, or of a picture by name; "...." is the current recipe. Empty
     // when there is none. Asks for the disc while the folder of the stock photos is missing.
     std::string CheckForAPicture(std::string strRecipeNum);

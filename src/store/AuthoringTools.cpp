@@ -58,6 +58,7 @@ void AuthoringTools::StoreRecipeisInFile() {
     ReplaceByEmptyIndex(paths_.strRecipesFile, paths_.strRecipesIndexFile, filenumber::Recipes,
                         filenumber::RecipesIndex);
     const std::string text = document.Text();
+    writer_.StockIsMadeAnew = true;
     ForEachMarked(text, '#', [&](std::size_t start, std::size_t end) {
         const TextRange identifier = SpanOf(text, start, " ", true, true);
         const TextRange gap = SpanOf(text, identifier.to, " \t", true, false);
@@ -67,6 +68,7 @@ void AuthoringTools::StoreRecipeisInFile() {
         writer_.AddRecipeTo_YDB_IND(text.substr(from, to - from), WriteRtf(document.Cut(from, end)),
                                     filenumber::CustomRecipes, filenumber::CustomRecipesIndex);
     });
+    writer_.StockIsMadeAnew = false;
 }
 
 void AuthoringTools::StoreCatDInFile() {

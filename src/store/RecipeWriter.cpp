@@ -76,7 +76,7 @@ void RecipeWriter::AppendRecord(const std::string& strTitleTXT, const std::strin
     try {
         if (custom) {
             Settle();
-            RequireOwnFilesTogether();
+            RequireOwnText();
         }
         OpenForAppending(custom ? CustomPair(paths_) : TemporaryPair(paths_));
         if (custom) {
@@ -93,37 +93,35 @@ void RecipeWriter::AppendRecord(const std::string& strTitleTXT, const std::strin
 
 void RecipeWriter::Settle() {
     countAgain_ = Journal.Settle() || countAgain_;
+    if (!StockIsMadeAnew) RequireCounted(StockPair(paths_), store_.OriginalNumRecords);
     if (countAgain_) {
         store_.RecalculateTotalRecipes();
         countAgain_ = false;
     }
-    RequireStockIndex();
+    RequireCounted(CustomPair(paths_), store_.TotalNumRecords - store_.OriginalNumRecords);
 }
 
-// Behind a text that has not the records of its index, or has some while the index has none, a new
-// one would get the number of another recipe. The files may be others than those that were counted:
-// the folder may have been put in the place of another one, or be gone from its mount point.
-void RecipeWriter::RequireOwnFilesTogether() {
+// The index may be another one than was counted: its folder is gone from the mount point, or was
+// put in the place of another. By it a number would be that of another recipe, which would be
+// written over, or lose its picture and its place among the favourites.
+void RecipeWriter::RequireCounted(const RecipePair& pair, std::int64_t records) {
+    if (records > 0 && !files_.Exists(pair.IndexPath)) {
+        Refuse(failure::FileNotFound, pair.IndexPath);
+    }
+    if (RecordsOf(pair) != records) Refuse(failure::BadRecordNumber, pair.IndexPath);
+    // Made anew by a start because it was lost. The text may be on a disc, which is not asked for
+    // without need.
+    if (records == 0 && files_.Exists(pair.TextPath)) RequireTextOfIndex(pair);
+}
+
+// A new recipe behind a text that has not the records of its index would get a place among them.
+void RecipeWriter::RequireOwnText() {
     const RecipePair own = CustomPair(paths_);
-    const std::int64_t counted = store_.TotalNumRecords - store_.OriginalNumRecords;
-    if (counted > 0 && !files_.Exists(own.IndexPath)) {
-        Refuse(failure::FileNotFound, own.IndexPath);
+    if (files_.Exists(own.TextPath)) {
+        RequireTextOfIndex(own);
+    } else if (RecordsOf(own) > 0) {
+        Refuse(failure::FileNotFound, own.TextPath);
     }
-    const bool hasText = files_.Exists(own.TextPath);
-    if (RecordsOf(own) != counted) Refuse(failure::BadRecordNumber, own.IndexPath);
-    if (counted > 0 && !hasText) Refuse(failure::FileNotFound, own.TextPath);
-    if (hasText) RequireTextOfIndex(own);
-}
-
-// Without the count of the stock the user's numbers begin at 1, and each is that of another recipe,
-// whose picture and favourite it would take. A text on a disc is not asked for without need; where
-// the stock is made anew there is none.
-void RecipeWriter::RequireStockIndex() {
-    const RecipePair stock = StockPair(paths_);
-    if (store_.OriginalNumRecords > 0 && !files_.Exists(stock.IndexPath)) {
-        Refuse(failure::FileNotFound, stock.IndexPath);
-    }
-    if (RecordsOf(stock) == 0 && files_.Exists(stock.TextPath)) RequireTextOfIndex(stock);
 }
 
 void RecipeWriter::RequireTextOfIndex(const RecipePair& pair) {

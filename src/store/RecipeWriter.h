@@ -27,8 +27,8 @@ class RecipeWriter {
     RecipeWriter& operator=(const RecipeWriter&) = delete;
 
     // Before every write to recipe files: deals with what an earlier one has left, as Journal
-    // tells, counts the recipes anew where that changed them, and sees to it that the index of the
-    // stock has not been lost, by which all numbers go. After a failure nothing may be written.
+    // tells, counts the recipes anew where that changed them, and sees to it that both indexes are
+    // those that were counted, by which all numbers go. After a failure nothing may be written.
     void Settle();
 
     // Appends a recipe to the custom files (21 and 22), which makes it number TotalNumRecords + 1,
@@ -49,14 +49,17 @@ class RecipeWriter {
     // without that line is returned with the position -1.
     std::string GetNextRecipieFromDisk(std::int16_t fileN, std::int32_t& Position);
 
+    // While a tool that has emptied the index of the stock writes the user's recipes.
+    bool StockIsMadeAnew = false;
+
     // What every writer of recipes goes through; one for all of them.
     RecipeJournal Journal;
 
   private:
     std::int32_t PositionForAppending(int textNumber);
     void OpenForAppending(const RecipePair& pair);
-    void RequireOwnFilesTogether();
-    void RequireStockIndex();
+    void RequireCounted(const RecipePair& pair, std::int64_t records);
+    void RequireOwnText();
     void RequireTextOfIndex(const RecipePair& pair);
     std::int64_t RecordsOf(const RecipePair& pair);
     void AppendToOwn(const std::string& title, const std::string& rtf);

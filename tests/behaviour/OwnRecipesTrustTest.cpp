@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QImage>
+#include <QString>
 #include <algorithm>
 #include <array>
 #include <functional>
@@ -59,7 +61,10 @@ class OwnRecipesTrustTest : public MainWindowFixture {
 // Deletions that were cut short
 
 TEST_F(OwnRecipesTrustTest, ADeletionThatWasCutShortBehindItsRecordShowsNowhere) {
-    Folder.Write("Data/Food Photos/5.jpg", "a picture");
+    Folder.MakeFolder("Data/Food Photos");
+    QImage picture(20, 20, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    ASSERT_TRUE(picture.save(QString::fromStdString(Folder.Native("Data/Food Photos/5.jpg"))));
     ASSERT_TRUE(It().UpdateRecipe(5, "", ""));  // as far as a deletion had come
     const FolderBytes left = BytesOf(Data());
     ASSERT_TRUE(Restart());
@@ -67,6 +72,11 @@ TEST_F(OwnRecipesTrustTest, ADeletionThatWasCutShortBehindItsRecordShowsNowhere)
     EXPECT_EQ(Main().VList[1].Count(), 2);
     ClickCategory("ALL RECIPES WITH PICTURES");
     EXPECT_EQ(ShownNumbers(), (std::vector<int>{1}));
+    Main().viewer.SetCurrentRecipe(5);  // by its number
+    Main().pictureView.ShowCurRecipePicture();
+    EXPECT_FALSE(Main().ui.frPic.Visible());
+    EXPECT_NE(Main().ui.rtbSee.Text().find("recipe 5 is unavailable"), std::string::npos);
+    EXPECT_EQ(Main().ui.ibPhotoButton.ButtonState(), ImageButton::Disabled);
     EXPECT_EQ(BytesOf(Data()), left) << "a start writes nothing";
 }
 

@@ -55,8 +55,10 @@ TEST_F(SwappedFolder, NoFirstRecipeIsAddedToAnEmptyOneInItsPlace) {
     folder.Write("Data/Custom Recipes Index.ind", "");
     session.Start();
     GoAway();
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 3; ++i) {
         EXPECT_FALSE(session.Add("New", "{}"));
+        session.Store.OpenYDB_IND_Normal();
+    }
     EXPECT_FALSE(folder.Exists("Data/Custom Recipes.ydb"));
     ComeBack();
     session.Files.CloseAll();
@@ -70,16 +72,53 @@ TEST_F(SwappedFolder, ItsCopyTakesTextAndEntryOfANewRecipe) {
     EXPECT_EQ(RecipesIn(BytesOf(folder.Native("Away"))), before);
 }
 
-TEST_F(SwappedFolder, AnOlderIndexThatIsPutBackTakesNoRecipe) {
+TEST_F(SwappedFolder, NothingIsWrittenByAnOlderIndexThatIsPutBack) {
     session.Files.CloseAll();
     folder.Write("Data/Custom Recipes Index.ind", own.Index().substr(0, 8));
     EXPECT_FALSE(session.Add("New", "{}"));
-    ASSERT_EQ(session.Messages.size(), 1U);
-    EXPECT_TRUE(session.Messages[0].ends_with("Custom Recipes Index.ind\nBad record number"));
+    EXPECT_FALSE(session.Update(4, "Dab", "{}"));
+    EXPECT_FALSE(session.Update(4, "", ""));
+    EXPECT_FALSE(session.Update(4, "Dab", "{\\rtf1 Longer than the cod}"));
+    ASSERT_EQ(session.Messages.size(), 4U);
+    for (const std::string& message : session.Messages)
+        EXPECT_TRUE(message.ends_with("Custom Recipes Index.ind\nBad record number")) << message;
     EXPECT_EQ(Own(), own.Text);
     folder.Write("Data/Custom Recipes Index.ind", own.Index());
     session.Files.CloseAll();
     ExpectTheNextIsAdded(before);
+}
+
+TEST_F(SwappedFolder, NothingIsWrittenByAStockOfAnotherLength) {
+    session.Files.CloseAll();
+    folder.Write("Data/Recipes Index.ind", stock.Index().substr(0, 4));
+    EXPECT_FALSE(session.Add("New", "{}"));
+    EXPECT_FALSE(session.Update(4, "", ""));
+    for (const std::string& message : session.Messages)
+        EXPECT_TRUE(message.ends_with("\\Recipes Index.ind\nBad record number")) << message;
+    EXPECT_EQ(Own(), own.Text);
+    folder.Write("Data/Recipes Index.ind", stock.Index());
+    session.Files.CloseAll();
+    ExpectTheNextIsAdded(before);
+}
+
+TEST_F(SwappedFolder, AnEmptyOneIsNotCountedWhenTheRecipesAreToBeCountedAnew) {
+    broken = true;
+    RefuseRenameTo(session, "Custom Recipes Index.ind");
+    ASSERT_TRUE(session.Update(3, "Conger", "{\\rtf1 Conger}"));
+    broken = false;
+    session.Files.CloseAll();
+    session.Store.OpenYDB_IND_Normal();  // finishes it, so that the next write has to count
+    session.Files.CloseAll();
+    GoAway();
+    session.Store.OpenYDB_IND_Normal();
+    EXPECT_FALSE(session.Add("New", "{}"));
+    EXPECT_FALSE(session.Update(2, "", ""));
+    EXPECT_EQ(session.Store.TotalNumRecords, 5);
+    ComeBack();
+    session.Files.CloseAll();
+    Recipes expected = before;
+    expected[2] = {"Conger", "{\\rtf1 Conger}"};
+    ExpectTheNextIsAdded(expected);
 }
 
 TEST_F(SwappedFolder, AnEmptyOneDoesNotMakeARewrittenTextForgetItsIndex) {

@@ -2,7 +2,16 @@
 
 #include <unistd.h>
 
+#include <iostream>
+
 namespace larder::test {
+
+// Whether a test can have files of somebody else. Where not, it says that it has tested nothing.
+inline bool CanHaveFilesOfOthers() {
+    if (geteuid() == 0) return true;
+    std::cout << "not tested: only the superuser can have files of somebody else" << std::endl;
+    return false;
+}
 
 // File permissions do not bind the superuser, as whom tests may run: gives his rights up for a
 // while. No effect for anybody else.
