@@ -89,17 +89,17 @@ void RecipeSaving::ibAdd_Click(frmAddRecipe& form) {
         form.window.SetCaption(caption);
         return;
     }
-    const bool isNew = main.ownRecipes.NumberAdded != 0;
-    if (form.picture.booPictureChanged) form.picture.Store(form.lngRecipeNum, isNew);
+    if (form.picture.booPictureChanged) {
+        form.picture.Store(form.lngRecipeNum, form.booNewRecipe);
+    }
     main.pictureView.ShowCurRecipePicture();
     form.Unload();
 }
 
 RecipeSaving::Outcome RecipeSaving::Store(frmAddRecipe& form) {
-    const bool isNew = main.store.TotalNumRecords < form.lngRecipeNum;
     Outcome outcome = Outcome::Failed;
     main.ownRecipes.NumberAdded = 0;
-    Telling(main, [&] { outcome = isNew ? AddNew(form) : Update(form); });
+    Telling(main, [&] { outcome = form.booNewRecipe ? AddNew(form) : Update(form); });
     if (main.ownRecipes.NumberAdded == 0) return outcome;
     // A recipe that is in the book must not be added once more, and its number may be another one
     // than was foreseen: the half of another recipe, which was counted until then, has made way.

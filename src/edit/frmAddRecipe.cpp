@@ -161,6 +161,7 @@ void frmAddRecipe::Load() {
 
 void frmAddRecipe::PrepareNew() {
     lngRecipeNum = main.store.TotalNumRecords + 1;
+    booNewRecipe = true;
     window.SetCaption("Add Recipe");
     ibAdd.SetCaption("Add");
     ibAdd.SetToolTipText("Add the recipe to the database");
@@ -194,6 +195,7 @@ void frmAddRecipe::TakeRecipe(std::int32_t RecipeNum, const std::string& strRTF)
     ShowTitleBox(false);
     rtbActive = &rtbRecipe;
     lngRecipeNum = RecipeNum;  // from here on a save would replace the recipe
+    booNewRecipe = false;
 }
 
 void frmAddRecipe::Show() {
@@ -275,8 +277,8 @@ void frmAddRecipe::AskForTitle(RichTextBox& box) {
 }
 
 bool frmAddRecipe::HoldsWork() const {
-    const bool isNew = lngRecipeNum > main.store.TotalNumRecords;
-    const bool chosen = isNew ? !picture.NewPictureFileName().empty() : picture.booPictureChanged;
+    const bool chosen =
+        booNewRecipe ? !picture.NewPictureFileName().empty() : picture.booPictureChanged;
     return window.Visible() && (typed_ || chosen);
 }
 

@@ -53,6 +53,7 @@ class frmAddRecipe {
     static Rectangle SizeWithin(const Rectangle& screen);
 
     std::int32_t lngRecipeNum = 0;  // 0 none yet; above TotalNumRecords a new recipe
+    bool booNewRecipe = false;      // and stays one, whatever is counted meanwhile
     bool booRecipeChanged = false;  // the text, since the window was filled
 
     TextTools tools;

@@ -16,7 +16,8 @@ namespace larder {
 class ButtonPress {
   public:
     // Called with the mouse button (as in platform/Keys.h) of a press that has ended without its
-    // release; Space counts as the left one. May destroy the widget.
+    // release; Space counts as the left one. May destroy the widget, unless it is just being
+    // hidden.
     using Lost = std::function<void(int button)>;
 
     // For a widget that owns the press; it gets mouse moves without a button, too.

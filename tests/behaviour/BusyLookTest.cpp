@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QWidget>
 
+#include "behaviour/support/EventCount.h"
 #include "behaviour/support/SearchBook.h"
 
 namespace larder::test {
@@ -20,15 +21,6 @@ class BusyLook : public SearchBook {
     static bool Waits(const Window& window) {
         return window.Native()->cursor().shape() == Qt::WaitCursor;
     }
-};
-
-class PaintCounter : public QObject {
-  public:
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::Paint) ++Count;
-        return false;
-    }
-    int Count = 0;
 };
 
 TEST_F(BusyLook, TheHourglassStandsOnBothWindows) {
@@ -49,8 +41,7 @@ TEST_F(BusyLook, DoesNotMakeTheFindDialog) {
 
 TEST_F(BusyLook, TheListIsHiddenAndTheCountEmptiedAtOnce) {
     ASSERT_NE(Found(), "");
-    PaintCounter paints;
-    Widget("lblFound")->installEventFilter(&paints);
+    const EventCount paints(Widget("lblFound"), QEvent::Paint);
     Decorate(true);
     EXPECT_EQ(paints.Count, 1) << "before any event runs";
     EXPECT_EQ(Found(), "");

@@ -24,6 +24,24 @@ class ANewRecipesNumber : public EditorBook {
     std::string TitleOf(int number) { return Main().store.GetRecipeTitle(number); }
 };
 
+TEST_F(ANewRecipesNumber, IsNotThatOfARecipeThatIsCountedMeanwhile) {
+    OpenNew();
+    const int foreseen = Editor().lngRecipeNum;
+    TypeAnew(Editor().rtbTitle, "Ling");
+    const std::string text = Folder.Read("Data/Custom Recipes.ydb");
+    const std::string index = Folder.Read("Data/Custom Recipes Index.ind");
+    const auto position = static_cast<std::int32_t>(text.size()) + 1;
+    Folder.Write("Data/Custom Recipes.ydb", text + "Dab\r\n{\\rtf1 Dab}\r\n");
+    Folder.Write("Data/Custom Recipes Index.ind", index + IndexBytes({position}));
+    Main().files.CloseAll();
+    Main().store.RecalculateTotalRecipes();
+    ASSERT_EQ(TitleOf(foreseen), "Dab");
+    ClickOn(Editor().ibAdd);
+    EXPECT_FALSE(EditorShown());
+    EXPECT_EQ(TitleOf(foreseen), "Dab");
+    EXPECT_EQ(TitleOf(foreseen + 1), "Ling");
+}
+
 // A start that could not read what an adding of recipe 7 that was cut short has left: its half is
 // counted until the next write takes it back.
 class BesideTheHalfOfAnother : public ANewRecipesNumber {
@@ -154,6 +172,16 @@ TEST_F(BesideACutStock, TakesNoPictureOfAnotherKindEither) {
     ASSERT_EQ(Boxes.Shown.size(), 1U);
     EXPECT_EQ(Boxes.Shown[0].Text, "Could not copy the picture.");
     ExpectPicturesAsTheyWere();
+}
+
+TEST_F(BesideACutStock, TakesThePictureThatIsAssignedByEditing) {
+    ClickOn(Editor().ibAdd);
+    OpenOn(5);
+    Boxes.Then(Dialogs::Answer::Yes);  // another recipe's is there
+    Assign(MakePicture("lunch.jpg"));
+    ClickOn(Editor().ibAdd);
+    EXPECT_FALSE(EditorShown());
+    EXPECT_EQ(Folder.Read(Photo("5.jpg")), Folder.Read("lunch.jpg"));
 }
 
 }  // namespace

@@ -301,16 +301,6 @@ TEST_F(AButton, TheFocusThatGoesAwayEndsAPressOfSpaceWithoutAClick) {
     EXPECT_EQ(events_, "Down1 Up1 ");
 }
 
-TEST_F(AButton, TheFocusThatGoesAwayLeavesAPressOfTheMouse) {
-    Show();
-    QTest::mousePress(Native(), Qt::LeftButton);
-    ASSERT_TRUE(button_.HasFocus());
-    other_.SetFocus();
-    EXPECT_EQ(events_, "Down1 ");
-    QTest::mouseRelease(Native(), Qt::LeftButton);
-    EXPECT_EQ(events_, "Down1 Up1 Click ");
-}
-
 TEST_F(AButton, EscapeEndsAPressOfSpaceWithoutAClick) {
     Show();
     button_.SetFocus();

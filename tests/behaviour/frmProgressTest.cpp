@@ -10,21 +10,11 @@
 #include <string>
 
 #include "app/frmMain.h"
+#include "behaviour/support/EventCount.h"
 #include "behaviour/support/MainWindowFixture.h"
 
 namespace larder::test {
 namespace {
-
-// Counts the paints of a widget.
-class Paints : public QObject {
-  public:
-    explicit Paints(QWidget* widget) { widget->installEventFilter(this); }
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::Paint) ++Count;
-        return false;
-    }
-    int Count = 0;
-};
 
 class ProgressDialog : public MainWindowFixture {
   protected:
@@ -98,8 +88,8 @@ TEST_F(ProgressDialog, TheSamePercentageAgainDoesNothing) {
     ShowIt();
     Dialog().SetValue(50);
     Dialog().window.SetCaption("as it was");
-    const Paints window(Native());
-    const Paints bar(Dialog().ProgressBar1.Native());
+    const EventCount window(Native(), QEvent::Paint);
+    const EventCount bar(Dialog().ProgressBar1.Native(), QEvent::Paint);
     Dialog().SetValue(50);
     EXPECT_EQ(Title(), "as it was") << "the title is written once";
     EXPECT_EQ(window.Count + bar.Count, 0);
@@ -107,9 +97,9 @@ TEST_F(ProgressDialog, TheSamePercentageAgainDoesNothing) {
 
 TEST_F(ProgressDialog, EachChangeIsPaintedBeforeTheCallReturns) {
     ShowIt();
-    const Paints window(Native());
-    const Paints label(Dialog().lblDone.Native());
-    const Paints bar(Dialog().ProgressBar1.Native());
+    const EventCount window(Native(), QEvent::Paint);
+    const EventCount label(Dialog().lblDone.Native(), QEvent::Paint);
+    const EventCount bar(Dialog().ProgressBar1.Native(), QEvent::Paint);
     for (const std::int16_t percent : {1, 2, 3}) {
         const int windowBefore = window.Count;
         const int labelBefore = label.Count;
@@ -126,7 +116,7 @@ TEST_F(ProgressDialog, EachChangeIsPaintedBeforeTheCallReturns) {
 
 TEST_F(ProgressDialog, IsPaintedAgainWheneverItIsActivated) {
     ShowIt();
-    const Paints window(Native());
+    const EventCount window(Native(), QEvent::Paint);
     QEvent activated(QEvent::WindowActivate);
     QApplication::sendEvent(Native(), &activated);  // and no other event runs
     EXPECT_EQ(window.Count, 1);
