@@ -35,7 +35,8 @@ void RecipeEditor::LoadRecipeToUpdate(std::int32_t RecipeNum) {
     if (title == TitleIs::Gone) return;  // deleted: it cannot come back
     frmAddRecipe& form = Form();
     const bool shown = form.window.Visible();
-    if (shown && form.lngRecipeNum == RecipeNum) return form.window.BringToFront();
+    if (shown && form.lngRecipeNum == RecipeNum && !form.booNewRecipe)
+        return form.window.BringToFront();
     // Without its title a recipe is not read: the disc would be asked for again.
     const std::string strRTF =
         title == TitleIs::There ? main.store.GetRecipeRTF(RecipeNum) : std::string();

@@ -52,7 +52,7 @@ class frmAddRecipe {
     // The size that the window opens with on a screen of this size, its title bar included.
     static Rectangle SizeWithin(const Rectangle& screen);
 
-    std::int32_t lngRecipeNum = 0;  // 0 none yet; above TotalNumRecords a new recipe
+    std::int32_t lngRecipeNum = 0;  // 0 none yet; for a new recipe the one that it is to get
     bool booNewRecipe = false;      // and stays one, whatever is counted meanwhile
     bool booRecipeChanged = false;  // the text, since the window was filled
 

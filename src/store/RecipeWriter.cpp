@@ -94,11 +94,16 @@ void RecipeWriter::AppendRecord(const std::string& strTitleTXT, const std::strin
 void RecipeWriter::Settle() {
     countAgain_ = Journal.Settle() || countAgain_;
     if (!StockIsMadeAnew) RequireCounted(StockPair(paths_), store_.OriginalNumRecords);
+    const RecipePair own = CustomPair(paths_);
+    const std::int64_t counted = store_.TotalNumRecords - store_.OriginalNumRecords;
+    // The half of a new recipe may have been counted and taken off since.
+    const bool oneLess =
+        countAgain_ && files_.Exists(own.IndexPath) && RecordsOf(own) == counted - 1;
+    if (!oneLess) RequireCounted(own, counted);
     if (countAgain_) {
         store_.RecalculateTotalRecipes();
         countAgain_ = false;
     }
-    RequireCounted(CustomPair(paths_), store_.TotalNumRecords - store_.OriginalNumRecords);
 }
 
 // The index may be another one than was counted: its folder is gone from the mount point, or was

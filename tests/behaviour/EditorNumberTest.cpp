@@ -36,6 +36,10 @@ TEST_F(ANewRecipesNumber, IsNotThatOfARecipeThatIsCountedMeanwhile) {
     Main().files.CloseAll();
     Main().store.RecalculateTotalRecipes();
     ASSERT_EQ(TitleOf(foreseen), "Dab");
+    Boxes.Then(Dialogs::Answer::No);
+    Main().editor.LoadRecipeToUpdate(foreseen);  // is another one: whether this may go is asked
+    ASSERT_EQ(Boxes.Shown.size(), 1U);
+    ASSERT_TRUE(EditorShown());
     ClickOn(Editor().ibAdd);
     EXPECT_FALSE(EditorShown());
     EXPECT_EQ(TitleOf(foreseen), "Dab");

@@ -121,6 +121,28 @@ TEST_F(SwappedFolder, AnEmptyOneIsNotCountedWhenTheRecipesAreToBeCountedAnew) {
     ExpectTheNextIsAdded(expected);
 }
 
+TEST_F(SwappedFolder, AnOlderIndexIsNotCountedWhenTheRecipesAreToBeCountedAnew) {
+    broken = true;
+    RefuseRenameTo(session, "Custom Recipes Index.ind");
+    ASSERT_TRUE(session.Update(3, "Conger", "{\\rtf1 Conger}"));
+    broken = false;
+    session.Files.CloseAll();
+    session.Store.OpenYDB_IND_Normal();  // finishes it, so that the next write has to count
+    session.Files.CloseAll();
+    const std::string text = Own();
+    const std::string index = folder.Read("Data/Custom Recipes Index.ind");
+    folder.Write("Data/Custom Recipes Index.ind", index.substr(0, 4));
+    EXPECT_FALSE(session.Update(3, "", ""));
+    EXPECT_FALSE(session.Add("New", "{}"));
+    EXPECT_EQ(session.Store.TotalNumRecords, 5);
+    EXPECT_EQ(Own(), text);
+    folder.Write("Data/Custom Recipes Index.ind", index);
+    session.Files.CloseAll();
+    Recipes expected = before;
+    expected[2] = {"Conger", "{\\rtf1 Conger}"};
+    ExpectTheNextIsAdded(expected);
+}
+
 TEST_F(SwappedFolder, AnEmptyOneDoesNotMakeARewrittenTextForgetItsIndex) {
     broken = true;
     RefuseRenameTo(session, "Custom Recipes Index.ind");
