@@ -5,37 +5,14 @@
 #include <memory>
 #include <string>
 
-#include "ShownWindow.h"
 #include "behaviour/support/MouseMoves.h"
-#include "platform/CheckBox.h"
-#include "platform/ImageButton.h"
+#include "behaviour/support/NotedButton.h"
 
 namespace larder::test {
 namespace {
 
 // The press of a button of the program, from its beginning to its end.
-class AHeldButton : public ShownWindow {
-  protected:
-    AHeldButton() {
-        button_.Move({150, 150, 1500, 600});
-        other_.Move({150, 1500, 1500, 300});
-        button_.OnClick = [this] { events_ += "Click "; };
-        button_.OnMouseDown = [this](int button, int, float, float) {
-            events_ += "Down" + std::to_string(button) + " ";
-        };
-        button_.OnMouseUp = [this](int button, int, float, float) {
-            events_ += "Up" + std::to_string(button) + " ";
-        };
-        window.SetClientSize(4500, 3000);
-    }
-    QWidget* Native() { return button_.Native(); }
-    QPoint Inside() { return Native()->rect().center(); }
-
-    const QString pressAction = QAccessibleActionInterface::pressAction();
-    ImageButton button_{window, "ibNext"};
-    CheckBox other_{window, "other"};
-    std::string events_;
-};
+class AHeldButton : public NotedButton {};
 
 TEST_F(AHeldButton, DisabledWhileItIsHeldItIsLetGoWithoutAClick) {
     Show();

@@ -2,8 +2,7 @@
 
 #include <QWindow>
 
-#include "ShownWindow.h"
-#include "platform/CheckBox.h"
+#include "behaviour/support/NotedButton.h"
 #include "platform/Keys.h"
 #include "support/TempFolder.h"
 
@@ -14,22 +13,9 @@ constexpr QRgb Green = 0xFF00FF00;
 constexpr QRgb Red = 0xFFFF0000;
 constexpr QRgb Grey = 0xFF808080;
 
-// A button of 100 by 40 pixels whose looks are plain colours, and a note of its events.
-class AButton : public test::ShownWindow {
+// Its looks are plain colours.
+class AButton : public test::NotedButton {
   protected:
-    AButton() {
-        button_.Move({150, 150, 1500, 600});
-        other_.Move({150, 1500, 1500, 300});
-        button_.OnClick = [this] { events_ += "Click "; };
-        button_.OnMouseDown = [this](int button, int, float, float) {
-            events_ += "Down" + std::to_string(button) + " ";
-        };
-        button_.OnMouseUp = [this](int button, int, float, float) {
-            events_ += "Up" + std::to_string(button) + " ";
-        };
-        window.SetClientSize(4500, 3000);
-    }
-
     Picture Plain(QRgb color) {
         QImage image(20, 10, QImage::Format_ARGB32);
         image.fill(color);
@@ -70,14 +56,8 @@ class AButton : public test::ShownWindow {
     }
 
     QRgb Colour() { return Look(button_).pixel(50, 5); }
-    QWidget* Native() { return button_.Native(); }
-    QPoint Inside() { return Native()->rect().center(); }
 
-    const QString pressAction = QAccessibleActionInterface::pressAction();
     test::TempFolder folder_;
-    ImageButton button_{window, "ibNext"};
-    CheckBox other_{window, "other"};
-    std::string events_;
 };
 
 TEST_F(AButton, ShowsItsNormalPictureAndThePressedOneWhileTheMouseIsHeldOnIt) {

@@ -22,6 +22,11 @@ class MismatchedFiles : public testing::Test {
         own_.AddRecipe("Ray", "{\\rtf1 Ray}");
         PutBack();
     }
+    // On whole files, none of which it has open then.
+    void BeginRun() {
+        session.Start();
+        session.Files.CloseAll();
+    }
     void PutBack() const {
         folder_.Write("Data/Recipes.ydb", stock_.Text);
         folder_.Write("Data/Recipes Index.ind", stock_.Index());
@@ -30,9 +35,8 @@ class MismatchedFiles : public testing::Test {
     }
     // Adding is refused by a run that began before, for a reason that ends with `told`, and by one
     // that begins now, with `toldNext`.
-    void ExpectNothingAdded(StoreSession& before, const std::string& told,
-                            const std::string& toldNext) {
-        ExpectRefused(before, told);
+    void ExpectNothingAdded(const std::string& told, const std::string& toldNext) {
+        ExpectRefused(session, told);
         StoreSession after(folder_.Native("Data"));
         after.Start();
         ExpectRefused(after, toldNext);
@@ -63,48 +67,39 @@ class MismatchedFiles : public testing::Test {
     Database stock_;
     Database own_;
     TempFolder folder_{TempFolder::InMemory()};
+    StoreSession session{folder_.Native("Data")};
 };
 
 TEST_F(MismatchedFiles, NoRecipeIsAddedWhileTheTextOfTheOthersIsMissing) {
-    StoreSession session(folder_.Native("Data"));
-    session.Start();
-    session.Files.CloseAll();
+    BeginRun();
     folder_.Delete(text);
-    ExpectNothingAdded(session, "\\Custom Recipes.ydb\nFile not found",
+    ExpectNothingAdded("\\Custom Recipes.ydb\nFile not found",
                        "\\Custom Recipes.ydb\nFile not found");
 }
 
 TEST_F(MismatchedFiles, NoRecipeIsAddedBehindATextThatLacksARecordOfItsIndex) {
-    StoreSession session(folder_.Native("Data"));
-    session.Start();
-    session.Files.CloseAll();
+    BeginRun();
     folder_.Write(text, own_.Text.substr(0, static_cast<std::size_t>(own_.Positions[2]) - 1));
-    ExpectNothingAdded(session, "\\Custom Recipes.ydb\nBad record number",
+    ExpectNothingAdded("\\Custom Recipes.ydb\nBad record number",
                        "\\Custom Recipes.ydb\nBad record number");
 }
 
 TEST_F(MismatchedFiles, NoRecipeTakesTheNumbersOfATextWhoseIndexIsMissing) {
-    StoreSession session(folder_.Native("Data"));
-    session.Start();
-    session.Files.CloseAll();
+    BeginRun();
     folder_.Delete(index);
-    ExpectNothingAdded(session, "\\Custom Recipes Index.ind\nFile not found",
+    ExpectNothingAdded("\\Custom Recipes Index.ind\nFile not found",
                        "\\Custom Recipes.ydb\nBad record number");
 }
 
 // Without the stock's count the user's numbers begin at 1.
 TEST_F(MismatchedFiles, NoRecipeTakesTheNumbersOfAStockWhoseIndexIsMissing) {
-    StoreSession session(folder_.Native("Data"));
-    session.Start();
-    session.Files.CloseAll();
+    BeginRun();
     folder_.Delete("Data/Recipes Index.ind");
-    ExpectNothingAdded(session, "\\Recipes Index.ind\nFile not found",
-                       "\\Recipes.ydb\nBad record number");
+    ExpectNothingAdded("\\Recipes Index.ind\nFile not found", "\\Recipes.ydb\nBad record number");
 }
 
 TEST_F(MismatchedFiles, NoRecipeIsChangedOrDeletedByTheNumberOfAnother) {
     folder_.Delete("Data/Recipes Index.ind");
-    StoreSession session(folder_.Native("Data"));
     session.Start();
     ASSERT_EQ(session.Store.GetRecipeTitle(1), "Eel");
     const FolderBytes left = BytesOf(folder_.Native("Data"));
@@ -120,16 +115,13 @@ TEST_F(MismatchedFiles, NoRecipeIsChangedOrDeletedByTheNumberOfAnother) {
 
 TEST_F(MismatchedFiles, ARecipeIsAddedWithoutTheDiscOfTheStock) {
     folder_.Delete("Data/Recipes.ydb");
-    StoreSession session(folder_.Native("Data"));
     session.Start();
     EXPECT_TRUE(session.Add("New", "{}"));
     EXPECT_EQ(session.Store.TotalNumRecords, 5);
 }
 
 TEST_F(MismatchedFiles, ARecipeIsAddedBesideAStockThatCannotBeRead) {
-    StoreSession session(folder_.Native("Data"));
-    session.Start();
-    session.Files.CloseAll();
+    BeginRun();
     session.Files.Watch([](const NumberedFiles::Access& access) {
         const bool stock = access.Path.ends_with("\\Recipes.ydb");
         if (stock && access.Kind != "close") throw Failure(failure::PathAccess, "disc");
@@ -141,7 +133,6 @@ TEST_F(MismatchedFiles, ARecipeIsAddedBesideAStockThatCannotBeRead) {
 TEST_F(MismatchedFiles, AnEmptyTextWithAnEmptyIndexTakesTheFirstRecipe) {
     folder_.Write(text, "");
     folder_.Write(index, "");
-    StoreSession session(folder_.Native("Data"));
     session.Start();
     EXPECT_TRUE(session.Add("New", "{}"));
     EXPECT_EQ(folder_.Read(text), "New\r\n{}\r\n");

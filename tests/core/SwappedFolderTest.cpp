@@ -22,6 +22,13 @@ class SwappedFolder : public UnsettledReads {
         std::filesystem::rename(folder.Native("Away"), data);
         session.Disc.Asked.clear();  // for the recipes that were not there
     }
+    // Recipe 3 becomes longer, and the index of the new text cannot take its place.
+    void RewriteTheText() {
+        broken = true;
+        RefuseRenameTo(session, "Custom Recipes Index.ind");
+        EXPECT_TRUE(session.Update(3, rewritten[2].Title, rewritten[2].Body));
+        session.Files.CloseAll();
+    }
     void ExpectTheNextIsAdded(Recipes expected) {
         session.Messages.clear();
         EXPECT_TRUE(session.Add("New", "{}"));
@@ -32,6 +39,11 @@ class SwappedFolder : public UnsettledReads {
     }
 
     const std::filesystem::path data = folder.Native("Data");
+    const Recipes rewritten = [this] {
+        Recipes recipes = before;
+        recipes[2] = {"Conger", "{\\rtf1 Conger}"};
+        return recipes;
+    }();
 };
 
 TEST_F(SwappedFolder, NothingIsAddedToAnEmptyOneInItsPlace) {
@@ -93,6 +105,7 @@ TEST_F(SwappedFolder, NothingIsWrittenByAStockOfAnotherLength) {
     folder.Write("Data/Recipes Index.ind", stock.Index().substr(0, 4));
     EXPECT_FALSE(session.Add("New", "{}"));
     EXPECT_FALSE(session.Update(4, "", ""));
+    ASSERT_EQ(session.Messages.size(), 2U);
     for (const std::string& message : session.Messages)
         EXPECT_TRUE(message.ends_with("\\Recipes Index.ind\nBad record number")) << message;
     EXPECT_EQ(Own(), own.Text);
@@ -102,11 +115,8 @@ TEST_F(SwappedFolder, NothingIsWrittenByAStockOfAnotherLength) {
 }
 
 TEST_F(SwappedFolder, AnEmptyOneIsNotCountedWhenTheRecipesAreToBeCountedAnew) {
-    broken = true;
-    RefuseRenameTo(session, "Custom Recipes Index.ind");
-    ASSERT_TRUE(session.Update(3, "Conger", "{\\rtf1 Conger}"));
+    RewriteTheText();
     broken = false;
-    session.Files.CloseAll();
     session.Store.OpenYDB_IND_Normal();  // finishes it, so that the next write has to count
     session.Files.CloseAll();
     GoAway();
@@ -116,17 +126,12 @@ TEST_F(SwappedFolder, AnEmptyOneIsNotCountedWhenTheRecipesAreToBeCountedAnew) {
     EXPECT_EQ(session.Store.TotalNumRecords, 5);
     ComeBack();
     session.Files.CloseAll();
-    Recipes expected = before;
-    expected[2] = {"Conger", "{\\rtf1 Conger}"};
-    ExpectTheNextIsAdded(expected);
+    ExpectTheNextIsAdded(rewritten);
 }
 
 TEST_F(SwappedFolder, AnOlderIndexIsNotCountedWhenTheRecipesAreToBeCountedAnew) {
-    broken = true;
-    RefuseRenameTo(session, "Custom Recipes Index.ind");
-    ASSERT_TRUE(session.Update(3, "Conger", "{\\rtf1 Conger}"));
+    RewriteTheText();
     broken = false;
-    session.Files.CloseAll();
     session.Store.OpenYDB_IND_Normal();  // finishes it, so that the next write has to count
     session.Files.CloseAll();
     const std::string text = Own();
@@ -138,16 +143,11 @@ TEST_F(SwappedFolder, AnOlderIndexIsNotCountedWhenTheRecipesAreToBeCountedAnew) 
     EXPECT_EQ(Own(), text);
     folder.Write("Data/Custom Recipes Index.ind", index);
     session.Files.CloseAll();
-    Recipes expected = before;
-    expected[2] = {"Conger", "{\\rtf1 Conger}"};
-    ExpectTheNextIsAdded(expected);
+    ExpectTheNextIsAdded(rewritten);
 }
 
 TEST_F(SwappedFolder, AnEmptyOneDoesNotMakeARewrittenTextForgetItsIndex) {
-    broken = true;
-    RefuseRenameTo(session, "Custom Recipes Index.ind");
-    ASSERT_TRUE(session.Update(3, "Conger", "{\\rtf1 Conger}"));
-    session.Files.CloseAll();
+    RewriteTheText();
     GoAway();
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(session.Store.LookUpTitle(4).Is, TitleIs::Unreadable);
@@ -157,12 +157,10 @@ TEST_F(SwappedFolder, AnEmptyOneDoesNotMakeARewrittenTextForgetItsIndex) {
     EXPECT_EQ(session.Store.TotalNumRecords, 5);
     ComeBack();
     session.Files.CloseAll();
-    Recipes expected = before;
-    expected[2] = {"Conger", "{\\rtf1 Conger}"};
-    EXPECT_EQ(ReadIn(session), expected);
+    EXPECT_EQ(ReadIn(session), rewritten);
     broken = false;
     session.Files.CloseAll();
-    ExpectTheNextIsAdded(expected);
+    ExpectTheNextIsAdded(rewritten);
 }
 
 }  // namespace
