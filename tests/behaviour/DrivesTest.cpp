@@ -2,9 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <string>
+#include <vector>
+
+#include "support/TempFolder.h"
 
 namespace larder {
 namespace {
@@ -13,17 +14,14 @@ namespace {
 class DrivesOfAMachine : public testing::Test {
   protected:
     DrivesOfAMachine() {
-        std::filesystem::create_directories(folder_ / "block");
+        folder_.MakeFolder("block");
         Mounts("");
     }
-    ~DrivesOfAMachine() override { std::filesystem::remove_all(folder_); }
 
-    void Device(const std::string& name) {
-        std::filesystem::create_directories(folder_ / "block" / name);
-    }
-    void Mounts(const std::string& lines) { std::ofstream(folder_ / "mounts") << lines; }
+    void Device(const std::string& name) { folder_.MakeFolder("block/" + name); }
+    void Mounts(const std::string& lines) { folder_.Write("mounts", lines); }
     std::vector<Drive> List() {
-        return SystemDrives((folder_ / "mounts").string(), (folder_ / "block").string()).List();
+        return SystemDrives(folder_.Native("mounts"), folder_.Native("block")).List();
     }
     // What a drive list of the whole run says where each letter leads: "D=/one E=".
     std::string LettersInThisRun() {
@@ -37,11 +35,8 @@ class DrivesOfAMachine : public testing::Test {
     }
 
   private:
-    std::filesystem::path folder_ =
-        std::filesystem::temp_directory_path() /
-        ("larder-drives-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
-         "-" + std::to_string(reinterpret_cast<std::uintptr_t>(this)));
-    SystemDrives run_{(folder_ / "mounts").string(), (folder_ / "block").string()};
+    test::TempFolder folder_;
+    SystemDrives run_{folder_.Native("mounts"), folder_.Native("block")};
 };
 
 TEST_F(DrivesOfAMachine, TheRootIsTheFixedDriveC) {
