@@ -164,7 +164,8 @@ std::string RecipeSaving::WithoutLeading(const std::string& strRTF, std::size_t 
 bool RecipeSaving::SaveInPlaceEdit() {
     const std::int32_t number = main.viewer.RecipeInBox;
     if (busy_ || !main.editor.InPlaceEdit() || !main.viewer.Modified) return true;
-    if (number < 1 || number > main.store.TotalNumRecords || IsDeleted(number)) return true;
+    if (number < 1 || number > main.store.TotalNumRecords) return true;
+    if (main.store.IsBlank(number)) return true;  // deleted; one that is only missing is told
     main.SoundClick();
     main.editor.SetInPlaceEdit(false);
     const Working working(*this);

@@ -1,5 +1,6 @@
 #include "store/RecipeJournal.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/Failure.h"
@@ -37,19 +38,44 @@ void RecipeJournal::Open(const RecipePair& pair) {
     NamingFile(pair.IndexPath, [&] { files_.Open(pair.Index, pair.IndexPath, FileMode::Random); });
 }
 
-bool RecipeJournal::Settle() {
+// The same for a change that was to be made in these files. An index that it needs must not come
+// into being either: it would say that there was nothing before the new recipe.
+void RecipeJournal::OpenFilesOf(const RecordChange& change, const RecipePair& pair) {
+    if (change.Adds && change.IndexLength > 0) {
+        NamingFile(pair.TextPath, [&] { RequireFile(pair.TextPath); });
+        NamingFile(pair.IndexPath, [&] { RequireFile(pair.IndexPath); });
+    }
+    Open(pair);
+    if (!change.Adds || !IsTextOf(change, pair)) return;
+    NamingFile(pair.IndexPath, [&] {
+        if (files_.Length(pair.Index) >= change.IndexLength) return;
+        throw Failure(failure::BadRecordNumber, pair.IndexPath);
+    });
+}
+
+RecipeJournal::Settled RecipeJournal::Settle() {
     SettleFiles();
-    return std::exchange(changed_, false);
+    return std::exchange(settled_, Settled::Nothing);
+}
+
+void RecipeJournal::Note(Settled done) {
+    settled_ = std::max(settled_, done);
 }
 
 void RecipeJournal::SettleForReaders() {
-    if (unfinished_ || textRenamed_) SettleFiles();
+    if (unfinished_ || textRenamed_ || IsIndexAlone()) SettleFiles();
+}
+
+// It may be here without this run knowing why: its folder was away while a copy stood in the place.
+bool RecipeJournal::IsIndexAlone() const {
+    return files_.Exists(paths_.strRecipesIndexTempFile) &&
+           !files_.Exists(paths_.strRecipesTempFile);
 }
 
 void RecipeJournal::SettleFiles() {
     if (unfinished_) {
-        changed_ = true;
-        TakeBack(*unfinished_);
+        RequireFilesOf(*unfinished_);
+        SettleUnfinished();
         return;
     }
     // Its readers have the temporary index open, which is about to be renamed or deleted.
@@ -58,12 +84,12 @@ void RecipeJournal::SettleFiles() {
     const bool index = files_.Exists(paths_.strRecipesIndexTempFile);
     if (text || index) Close(TemporaryPair(paths_));
     if (index && !text) FinishPair();
-    if (text && !index && SettleChange()) changed_ = true;
+    if (text && !index) SettleChange();
     if (text) DeleteTemporaries();
     if (!textRenamed_) return;
     // An index of which renaming was told as failed may be in its place all the same.
     RequireIndexInPlace();
-    changed_ = true;
+    Note(Settled::Changed);
     textRenamed_ = false;
     renamed_.reset();
 }
@@ -160,24 +186,50 @@ std::optional<RecordChange> RecipeJournal::ReadJournal() {
 
 // A change that was begun before the program was killed. One that is complete stays; only the
 // system may know of it as yet, so it is carried to the disk before its journal goes.
-bool RecipeJournal::SettleChange() {
+void RecipeJournal::SettleChange() {
     std::optional<RecordChange> change;
     NamingFile(paths_.strRecipesTempFile, [&] { change = ReadJournal(); });
-    if (!change) return false;
+    if (!change) return;
     const RecipePair pair = PairOf(*change);
     if (!change->Custom) RequireStockOf(change->Disc);
-    if (IsFirstNotBegun(*change, pair)) return false;
-    Open(pair);
+    if (IsFirstNotBegun(*change, pair)) return;
+    OpenFilesOf(*change, pair);
     bool takeBack = false;
     NamingFile(pair.TextPath, [&] {
         takeBack = MayTakeBack(*change, pair) && !IsComplete(*change, pair);
         if (!takeBack) files_.FlushAll({pair.Text, pair.Index});
     });
     Close(pair);
-    if (!takeBack) return false;
-    unfinished_ = change;  // until it is taken back, which may fail
-    TakeBack(*change);
-    return true;
+    if (!takeBack) return;
+    unfinished_ = change;
+    SettleUnfinished();
+}
+
+// It stays unfinished until it is taken back, which may fail halfway.
+void RecipeJournal::SettleUnfinished() {
+    const RecordChange change = *unfinished_;
+    Note(change.Adds ? Settled::TookBackNewRecipe : Settled::Changed);
+    TakeBack(change);
+}
+
+// That they are still the files which this run has left half done, and not a copy of them or those
+// of another folder in their place.
+void RecipeJournal::RequireFilesOf(const RecordChange& change) {
+    const std::string& journal = paths_.strRecipesTempFile;
+    NamingFile(journal, [&] {
+        RequireFile(journal);
+        Close(TemporaryPair(paths_));
+        const std::optional<RecordChange> there = ReadJournal();
+        if (there && JournalOf(*there) == JournalOf(change)) return;
+        throw Failure(failure::BadRecordNumber, journal);
+    });
+    const RecipePair pair = PairOf(change);
+    if (IsFirstNotBegun(change, pair)) return;
+    OpenFilesOf(change, pair);
+    NamingFile(pair.TextPath, [&] {
+        if (!MayTakeBack(change, pair)) throw Failure(failure::BadRecordNumber, pair.TextPath);
+    });
+    Close(pair);
 }
 
 // Of a first record the text may not have come into being. Where it has its entry, the text was
@@ -208,12 +260,16 @@ void RecipeJournal::RequireStockOf(bool disc) const {
                   paths_.strRecipesFile + "\n" + FailureText(failure::PathAccess));
 }
 
-// Whether the files can be those that the journal was written for.
+// Whether the text can be that of which the journal was written.
+bool RecipeJournal::IsTextOf(const RecordChange& change, const RecipePair& pair) const {
+    const std::int64_t growth = files_.Length(pair.Text) - change.TextLength;
+    return growth >= 0 && growth <= (change.Adds ? change.NewBytes : 0);
+}
+
+// Whether both files can be those.
 bool RecipeJournal::MayTakeBack(const RecordChange& change, const RecipePair& pair) const {
-    const std::int64_t textGrowth = files_.Length(pair.Text) - change.TextLength;
     const std::int64_t indexGrowth = files_.Length(pair.Index) - change.IndexLength;
-    if (!change.Adds) return textGrowth == 0;
-    return textGrowth >= 0 && textGrowth <= change.NewBytes && indexGrowth >= 0 && indexGrowth <= 4;
+    return IsTextOf(change, pair) && (!change.Adds || (indexGrowth >= 0 && indexGrowth <= 4));
 }
 
 bool RecipeJournal::IsComplete(const RecordChange& change, const RecipePair& pair) {
@@ -254,11 +310,12 @@ void RecipeJournal::TakeBack(const RecordChange& change) {
 }
 
 // What is there already is not written again: a file that must not be written was not changed
-// either. But it may be there for the system alone, so it is flushed.
+// either. But it may be there for the system alone, so it is flushed. Of a flush that failed the
+// next one may know nothing: it has work only with what is written anew.
 void RecipeJournal::PutBack(const RecordChange& change, const RecipePair& pair) {
     if (IsFirstNotBegun(change, pair)) return;
     Open(pair);
-    if (!IsUntouched(change, pair)) {
+    if (unflushed_ || !IsUntouched(change, pair)) {
         if (change.Adds) {
             files_.SetLength(pair.Text, change.TextLength);
             files_.SetLength(pair.Index, change.IndexLength);
@@ -267,7 +324,9 @@ void RecipeJournal::PutBack(const RecordChange& change, const RecipePair& pair) 
             files_.Write(pair.Text, change.Old);
         }
     }
+    unflushed_ = true;
     files_.FlushAll({pair.Text, pair.Index});
+    unflushed_ = false;
 }
 
 }  // namespace larder

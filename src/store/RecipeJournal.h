@@ -22,6 +22,10 @@ namespace larder {
 // docs/file-formats.md tells why no instant is ambiguous.
 class RecipeJournal {
   public:
+    // What settling has done to the recipe files, for readers too: what was counted is to be
+    // counted anew. The half of a new recipe of the user's may have been counted.
+    enum class Settled { Nothing, Changed, TookBackNewRecipe };
+
     // Both outlive the journal.
     RecipeJournal(NumberedFiles& files, const DataPaths& paths);
 
@@ -29,11 +33,10 @@ class RecipeJournal {
     // record back unless it is complete, finishes a rewrite, deletes the temporary files. Nothing
     // happens when there are none. A failure names the file; the temporary files stay then, and
     // nothing may be written before a later call succeeds. Leaves the files that it needed closed.
-    // True when a recipe file may have changed since the last call, for readers too: what was
-    // counted is to be counted anew.
-    bool Settle();
-    // Settle for readers: does nothing unless a failure in this run has left the files so that they
-    // would be misread.
+    // Returns what was done since the last call that succeeded.
+    Settled Settle();
+    // Settle for readers: does nothing unless the files have been left so that they would be
+    // misread.
     void SettleForReaders();
     // Settle for the start of the program, before the files are opened.
     void SettleLastRun();
@@ -57,22 +60,28 @@ class RecipeJournal {
 
   private:
     void SettleFiles();
+    void SettleUnfinished();
+    bool IsIndexAlone() const;
     RecipePair PairOf(const RecordChange& change) const;
     void WriteJournal(const RecordChange& change);
     std::optional<RecordChange> ReadJournal();
     void TakeBack(const RecordChange& change);
     void PutBack(const RecordChange& change, const RecipePair& pair);
+    void Note(Settled done);
     bool IsFirstNotBegun(const RecordChange& change, const RecipePair& pair);
     void RequireFile(const std::string& path) const;
     void RequireIndexInPlace() const;
     bool StockIsOnDisc() const;
     void RequireStockOf(bool disc) const;
     void Open(const RecipePair& pair);
+    void OpenFilesOf(const RecordChange& change, const RecipePair& pair);
     void Close(const RecipePair& pair);
     bool IsUntouched(const RecordChange& change, const RecipePair& pair);
+    void RequireFilesOf(const RecordChange& change);
+    bool IsTextOf(const RecordChange& change, const RecipePair& pair) const;
     bool MayTakeBack(const RecordChange& change, const RecipePair& pair) const;
     bool IsComplete(const RecordChange& change, const RecipePair& pair);
-    bool SettleChange();
+    void SettleChange();
     void DeleteTemporaries();
 
     void FinishPair();
@@ -87,9 +96,10 @@ class RecipeJournal {
     NumberedFiles& files_;
     const DataPaths& paths_;
     std::optional<RecordChange> unfinished_;  // half done, and not taken back yet
+    bool unflushed_ = false;                  // what was put back, since a flush failed
     bool textRenamed_ = false;  // and its index not, since a failure in this run; or maybe so
-    std::optional<RecipePair> renamed_;  // whose text that is, once it is known
-    bool changed_ = false;               // a recipe file, and Settle has not told it
+    std::optional<RecipePair> renamed_;   // whose text that is, once it is known
+    Settled settled_ = Settled::Nothing;  // and not told yet
 };
 
 }  // namespace larder

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "platform/Failure.h"
 #include "store/RecipeJournal.h"
@@ -107,7 +108,7 @@ void RecipeJournal::TrimIndex(const RecipePair& pair) {
 // Whoever renamed the text may have been stopped before that was on the disk, where the text must
 // not come after its index.
 void RecipeJournal::FinishPair() {
-    textRenamed_ = true;
+    const bool expected = std::exchange(textRenamed_, true);
     const std::string& index = paths_.strRecipesIndexTempFile;
     std::optional<RecipePair> owner;
     try {
@@ -127,6 +128,7 @@ void RecipeJournal::FinishPair() {
         });
     } else {
         DeleteTemporaries();
+        textRenamed_ = expected;  // no text has got here by this one
     }
 }
 

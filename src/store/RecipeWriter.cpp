@@ -1,6 +1,8 @@
 #include "store/RecipeWriter.h"
 
+#include <algorithm>
 #include <limits>
+#include <optional>
 #include <utility>
 
 #include "platform/Failure.h"
@@ -92,18 +94,18 @@ void RecipeWriter::AppendRecord(const std::string& strTitleTXT, const std::strin
 }
 
 void RecipeWriter::Settle() {
-    countAgain_ = Journal.Settle() || countAgain_;
+    using enum RecipeJournal::Settled;
+    settled_ = std::max(settled_, Journal.Settle());
     if (!StockIsMadeAnew) RequireCounted(StockPair(paths_), store_.OriginalNumRecords);
     const RecipePair own = CustomPair(paths_);
     const std::int64_t counted = store_.TotalNumRecords - store_.OriginalNumRecords;
     // The half of a new recipe may have been counted and taken off since.
-    const bool oneLess =
-        countAgain_ && files_.Exists(own.IndexPath) && RecordsOf(own) == counted - 1;
+    const bool oneLess = settled_ == TookBackNewRecipe && files_.Exists(own.IndexPath) &&
+                         RecordsOf(own) == counted - 1;
     if (!oneLess) RequireCounted(own, counted);
-    if (countAgain_) {
-        store_.RecalculateTotalRecipes();
-        countAgain_ = false;
-    }
+    if (settled_ == Nothing) return;
+    store_.RecalculateTotalRecipes();
+    settled_ = Nothing;
 }
 
 // The index may be another one than was counted: its folder is gone from the mount point, or was
@@ -184,7 +186,7 @@ void RecipeWriter::AddCategoryTo_YDB_IND(const std::string& strTitleTXT,
                                          const std::string& strCategoryD_RTF) {
     using namespace filenumber;
     const std::int64_t entries = files_.Length(CatDIndex) / 4;
-    std::int64_t textLength = 0;
+    std::optional<std::int64_t> textLength;  // none as long as nothing can have been written
     // Closing fails for no reason that matters: what counts has been flushed by then.
     const auto close = [&] { Ignoring([&] { files_.Close(CatD); }); };
     close();
@@ -203,7 +205,7 @@ void RecipeWriter::AddCategoryTo_YDB_IND(const std::string& strTitleTXT,
         // The entry goes first: one without its text would be worse than text without an entry.
         Ignoring([&] {
             files_.SetLength(CatDIndex, entries * 4);
-            files_.SetLength(CatD, textLength);
+            if (textLength) files_.SetLength(CatD, *textLength);
         });
         close();
         Ignoring([&] { files_.Open(CatD, paths_.strCatDFile, FileMode::Input); });

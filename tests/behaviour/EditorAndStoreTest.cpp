@@ -318,6 +318,27 @@ TEST_F(InPlaceEditing, OfARecipeThatIsDeletedIsNotStored) {
     EXPECT_EQ(TitleOf(4), "");
 }
 
+TEST_F(InPlaceEditing, OfARecipeThatTheFilesDoNotHaveNowIsToldAndStaysInTheViewer) {
+    for (const std::string name : {"Custom Recipes.ydb", "Custom Recipes Index.ind"}) {
+        SCOPED_TRACE(name);
+        ShowText(5);
+        TypeInViewer("Very ");
+        Main().files.CloseAll();
+        const std::string bytes = Folder.Read("Data/" + name);
+        Folder.Write("Data/" + name, bytes.substr(0, 4));
+        EXPECT_FALSE(Main().viewer.ShowRecipe(2));
+        ASSERT_FALSE(Boxes.Shown.empty());
+        EXPECT_EQ(Boxes.Shown.back().Icon, Dialogs::Icon::Critical);
+        EXPECT_EQ(Main().ui.rtbSee.Text().substr(0, 5), "Very ");
+        EXPECT_TRUE(Main().viewer.Modified);
+        Main().files.CloseAll();
+        Folder.Write("Data/" + name, bytes);
+        Boxes.Shown.clear();
+        EXPECT_TRUE(Main().viewer.ShowRecipe(2));
+        EXPECT_EQ(TitleOf(5).substr(0, 5), "Very ");
+    }
+}
+
 TEST_F(InPlaceEditing, OfAStockRecipeIsStoredInTheStock) {
     ShowText(2);
     TypeInViewer("Very ");

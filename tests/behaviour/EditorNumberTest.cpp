@@ -24,26 +24,52 @@ class ANewRecipesNumber : public EditorBook {
     std::string TitleOf(int number) { return Main().store.GetRecipeTitle(number); }
 };
 
-TEST_F(ANewRecipesNumber, IsNotThatOfARecipeThatIsCountedMeanwhile) {
-    OpenNew();
-    const int foreseen = Editor().lngRecipeNum;
-    TypeAnew(Editor().rtbTitle, "Ling");
-    const std::string text = Folder.Read("Data/Custom Recipes.ydb");
-    const std::string index = Folder.Read("Data/Custom Recipes Index.ind");
-    const auto position = static_cast<std::int32_t>(text.size()) + 1;
-    Folder.Write("Data/Custom Recipes.ydb", text + "Dab\r\n{\\rtf1 Dab}\r\n");
-    Folder.Write("Data/Custom Recipes Index.ind", index + IndexBytes({position}));
-    Main().files.CloseAll();
-    Main().store.RecalculateTotalRecipes();
-    ASSERT_EQ(TitleOf(foreseen), "Dab");
-    Boxes.Then(Dialogs::Answer::No);
-    Main().editor.LoadRecipeToUpdate(foreseen);  // is another one: whether this may go is asked
-    ASSERT_EQ(Boxes.Shown.size(), 1U);
-    ASSERT_TRUE(EditorShown());
+// Another program has added "Dab" since a new recipe was begun, and it is counted.
+class CountedMeanwhile : public ANewRecipesNumber {
+  protected:
+    void SetUp() override {
+        ANewRecipesNumber::SetUp();
+        OpenNew();
+        foreseen = Editor().lngRecipeNum;
+        TypeAnew(Editor().rtbTitle, "Ling");
+        const std::string text = Folder.Read("Data/Custom Recipes.ydb");
+        const std::string index = Folder.Read("Data/Custom Recipes Index.ind");
+        const auto position = static_cast<std::int32_t>(text.size()) + 1;
+        Folder.Write("Data/Custom Recipes.ydb", text + "Dab\r\n{\\rtf1 Dab}\r\n");
+        Folder.Write("Data/Custom Recipes Index.ind", index + IndexBytes({position}));
+        Main().files.CloseAll();
+        Main().store.RecalculateTotalRecipes();
+        ASSERT_EQ(TitleOf(foreseen), "Dab");
+    }
+    // Whether the new one may go is asked: the two have the same number, and are not the same.
+    void EditDab(Dialogs::Answer mayGo) {
+        Boxes.Then(mayGo);
+        Main().editor.LoadRecipeToUpdate(foreseen);
+        ASSERT_EQ(Boxes.Shown.size(), 1U);
+        ASSERT_TRUE(EditorShown());
+    }
+    int foreseen = 0;
+};
+
+TEST_F(CountedMeanwhile, IsNotTheNumberThatANewRecipeGets) {
+    EditDab(Dialogs::Answer::No);
     ClickOn(Editor().ibAdd);
     EXPECT_FALSE(EditorShown());
     EXPECT_EQ(TitleOf(foreseen), "Dab");
     EXPECT_EQ(TitleOf(foreseen + 1), "Ling");
+}
+
+TEST_F(CountedMeanwhile, IsEditedInThePlaceOfANewRecipeThatMayGo) {
+    EditDab(Dialogs::Answer::Yes);
+    EXPECT_EQ(Editor().window.Caption(), "Edit Recipe #" + std::to_string(foreseen));
+    EXPECT_EQ(Editor().rtbRecipe.Text(), "Dab");
+    Editor().rtbRecipe.SetFocus();
+    Press(Qt::Key_Home, Qt::ControlModifier);
+    Type("Fried ");
+    ClickOn(Editor().ibAdd);
+    EXPECT_FALSE(EditorShown());
+    EXPECT_EQ(TitleOf(foreseen), "Fried Dab");
+    EXPECT_EQ(Main().store.TotalNumRecords, foreseen) << "none was added";
 }
 
 // A start that could not read what an adding of recipe 7 that was cut short has left: its half is

@@ -354,6 +354,41 @@ TEST_F(UnsettledReads, TheHalfOfANewRecipeWaitsForItsText) {
     EXPECT_EQ(ReadIn(next), before);
 }
 
+// The system may take what a failed flush was to carry to the disk for carried.
+TEST_F(UnsettledReads, WhatAFailedFlushWasToCarryIsWrittenAnewBeforeTheNext) {
+    FailWriting(session, filenumber::CustomRecipes, 1, "XXXX");
+    EXPECT_FALSE(session.Update(3, "Dab", "{}"));
+    session.Files.Watch([](const NumberedFiles::Access& access) {
+        if (access.Number == 21 && access.Kind == "flush") {
+            throw Failure(failure::DeviceError, "disk");
+        }
+    });
+    session.Files.CloseAll();
+    EXPECT_EQ(ReadIn(session), before);
+    EXPECT_EQ(Own(), own.Text) << "as far as the system knows";
+    std::vector<std::string> done;
+    session.Files.Watch([&](const NumberedFiles::Access& access) {
+        const bool counts = access.Kind == "write" || access.Kind == "flush";
+        if (access.Number == 21 && counts) done.emplace_back(access.Kind);
+    });
+    session.Files.CloseAll();
+    EXPECT_EQ(ReadIn(session), before);
+    EXPECT_EQ(done, (std::vector<std::string>{"write", "flush"}));
+    EXPECT_FALSE(folder.Exists("Data/Recipes Temp.ydb"));
+}
+
+TEST_F(UnsettledReads, AnIndexThatIsOfNoTextHindersNoFirstRecipe) {
+    session.Files.CloseAll();
+    for (const char* name : {"Custom Recipes.ydb", "Custom Recipes Index.ind", "Recipes.ydb"})
+        folder.Delete(std::string("Data/") + name);
+    folder.Write("Data/Recipes Index Temp.ind", IndexBytes({1, 17}));
+    StoreSession next(folder.Native("Data"));
+    next.Start();
+    EXPECT_FALSE(folder.Exists("Data/Recipes Index Temp.ind"));
+    EXPECT_TRUE(next.Add("New", "{}")) << next.Messages.back();
+    EXPECT_EQ(Own(), "New\r\n{}\r\n");
+}
+
 TEST_F(UnsettledReads, WhatNobodyCanTellOfIsToldWithItsName) {
     const std::string name = "Recipes Temp.ydb";
     std::filesystem::create_symlink(name, std::filesystem::path(folder.Native("Data")) / name);
