@@ -1,6 +1,5 @@
 #include "store/RecipeJournal.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "platform/Failure.h"
@@ -29,50 +28,51 @@ void RecipeJournal::Close(const RecipePair& pair) {
 }
 
 // A text that is not there must not come into being: an empty one would have lost its recipes.
-void RecipeJournal::Open(const RecipePair& pair) {
-    Close(pair);
+void RecipeJournal::OpenText(const RecipePair& pair) {
     NamingFile(pair.TextPath, [&] {
         RequireFile(pair.TextPath);
         files_.Open(pair.Text, pair.TextPath, FileMode::Binary);
     });
+}
+
+void RecipeJournal::OpenIndex(const RecipePair& pair) {
     NamingFile(pair.IndexPath, [&] { files_.Open(pair.Index, pair.IndexPath, FileMode::Random); });
 }
 
-// The same for a change that was to be made in these files. An index that it needs must not come
-// into being either: it would say that there was nothing before the new recipe.
-void RecipeJournal::OpenFilesOf(const RecordChange& change, const RecipePair& pair) {
-    if (change.Adds && change.IndexLength > 0) {
-        NamingFile(pair.TextPath, [&] { RequireFile(pair.TextPath); });
-        NamingFile(pair.IndexPath, [&] { RequireFile(pair.IndexPath); });
-    }
-    Open(pair);
-    if (!change.Adds || !IsTextOf(change, pair)) return;
-    NamingFile(pair.IndexPath, [&] {
-        if (files_.Length(pair.Index) >= change.IndexLength) return;
-        throw Failure(failure::BadRecordNumber, pair.IndexPath);
-    });
+void RecipeJournal::Open(const RecipePair& pair) {
+    Close(pair);
+    OpenText(pair);
+    OpenIndex(pair);
 }
 
 RecipeJournal::Settled RecipeJournal::Settle() {
     SettleFiles();
-    return std::exchange(settled_, Settled::Nothing);
+    return std::exchange(settled_, {});
 }
 
-void RecipeJournal::Note(Settled done) {
-    settled_ = std::max(settled_, done);
+void RecipeJournal::Settled::Merge(const Settled& later) {
+    Changed = Changed || later.Changed;
+    if (later.BeforeHalf) BeforeHalf = later.BeforeHalf;
 }
 
 void RecipeJournal::SettleForReaders() {
-    if (unfinished_ || textRenamed_ || IsIndexAlone()) SettleFiles();
+    if (unfinished_ || textRenamed_ || IsOneAlone()) SettleFiles();
 }
 
-// It may be here without this run knowing why: its folder was away while a copy stood in the place.
-bool RecipeJournal::IsIndexAlone() const {
-    return files_.Exists(paths_.strRecipesIndexTempFile) &&
-           !files_.Exists(paths_.strRecipesTempFile);
+// A journal or an index may be here without this run knowing of it: its folder was away while a
+// copy stood in the place. Both are there while a rewrite is at work.
+bool RecipeJournal::IsOneAlone() const {
+    return files_.Exists(paths_.strRecipesTempFile) !=
+           files_.Exists(paths_.strRecipesIndexTempFile);
+}
+
+void RecipeJournal::Forget() {
+    unfinished_.reset();
+    unflushed_ = false;
 }
 
 void RecipeJournal::SettleFiles() {
+    if (unfinished_ && IsTakenBack(*unfinished_)) Forget();
     if (unfinished_) {
         RequireFilesOf(*unfinished_);
         SettleUnfinished();
@@ -89,7 +89,7 @@ void RecipeJournal::SettleFiles() {
     if (!textRenamed_) return;
     // An index of which renaming was told as failed may be in its place all the same.
     RequireIndexInPlace();
-    Note(Settled::Changed);
+    settled_.Changed = true;
     textRenamed_ = false;
     renamed_.reset();
 }
@@ -102,10 +102,6 @@ void RecipeJournal::RequireIndexInPlace() const {
     NamingFile(pair.IndexPath, [&] { RequireFile(pair.IndexPath); });
     if (!renamed_ && files_.Exists(StockPair(paths_).TextPath)) return;
     NamingFile(pair.TextPath, [&] { RequireFile(pair.TextPath); });
-}
-
-void RecipeJournal::RequireFile(const std::string& path) const {
-    if (!files_.Exists(path)) throw Failure(failure::FileNotFound, path);
 }
 
 const RecordChange* RecipeJournal::HalfDone(int textNumber) const {
@@ -208,105 +204,36 @@ void RecipeJournal::SettleChange() {
 // It stays unfinished until it is taken back, which may fail halfway.
 void RecipeJournal::SettleUnfinished() {
     const RecordChange change = *unfinished_;
-    Note(change.Adds ? Settled::TookBackNewRecipe : Settled::Changed);
+    settled_.Changed = true;
+    if (change.Adds) settled_.BeforeHalf = change.IndexLength / 4;
     TakeBack(change);
-}
-
-// That they are still the files which this run has left half done, and not a copy of them or those
-// of another folder in their place.
-void RecipeJournal::RequireFilesOf(const RecordChange& change) {
-    const std::string& journal = paths_.strRecipesTempFile;
-    NamingFile(journal, [&] {
-        RequireFile(journal);
-        Close(TemporaryPair(paths_));
-        const std::optional<RecordChange> there = ReadJournal();
-        if (there && JournalOf(*there) == JournalOf(change)) return;
-        throw Failure(failure::BadRecordNumber, journal);
-    });
-    const RecipePair pair = PairOf(change);
-    if (IsFirstNotBegun(change, pair)) return;
-    OpenFilesOf(change, pair);
-    NamingFile(pair.TextPath, [&] {
-        if (!MayTakeBack(change, pair)) throw Failure(failure::BadRecordNumber, pair.TextPath);
-    });
-    Close(pair);
-}
-
-// Of a first record the text may not have come into being. Where it has its entry, the text was
-// there, and is only missing now; and where the journal is missing too, so is the whole folder.
-bool RecipeJournal::IsFirstNotBegun(const RecordChange& change, const RecipePair& pair) {
-    if (change.TextLength != 0 || files_.Exists(pair.TextPath)) return false;
-    NamingFile(paths_.strRecipesTempFile, [&] { RequireFile(paths_.strRecipesTempFile); });
-    std::int64_t indexLength = 0;
-    NamingFile(pair.IndexPath, [&] {
-        if (!files_.Exists(pair.IndexPath)) return;
-        Close(pair);
-        files_.Open(pair.Index, pair.IndexPath, FileMode::Random);
-        indexLength = files_.Length(pair.Index) / 4 * 4;
-    });
-    Close(pair);
-    return indexLength <= change.IndexLength;
-}
-
-bool RecipeJournal::StockIsOnDisc() const {
-    return paths_.strPathCD != paths_.strPath;
-}
-
-// What was begun on the stock beside the user's recipes says nothing about the stock of a disc, nor
-// the other way round.
-void RecipeJournal::RequireStockOf(bool disc) const {
-    if (disc == StockIsOnDisc()) return;
-    throw Failure(failure::PathAccess, paths_.strRecipesFile,
-                  paths_.strRecipesFile + "\n" + FailureText(failure::PathAccess));
-}
-
-// Whether the text can be that of which the journal was written.
-bool RecipeJournal::IsTextOf(const RecordChange& change, const RecipePair& pair) const {
-    const std::int64_t growth = files_.Length(pair.Text) - change.TextLength;
-    return growth >= 0 && growth <= (change.Adds ? change.NewBytes : 0);
-}
-
-// Whether both files can be those.
-bool RecipeJournal::MayTakeBack(const RecordChange& change, const RecipePair& pair) const {
-    const std::int64_t indexGrowth = files_.Length(pair.Index) - change.IndexLength;
-    return IsTextOf(change, pair) && (!change.Adds || (indexGrowth >= 0 && indexGrowth <= 4));
-}
-
-bool RecipeJournal::IsComplete(const RecordChange& change, const RecipePair& pair) {
-    if (files_.Length(pair.Text) < change.Position - 1 + change.NewBytes) return false;
-    files_.Seek(pair.Text, change.Position);
-    if (ChecksumOf(files_.ReadChars(pair.Text, change.NewBytes)) != change.NewSum) return false;
-    return !change.Adds ||
-           files_.ReadRecord(pair.Index, change.IndexLength / 4 + 1) == change.Position;
-}
-
-bool RecipeJournal::IsUntouched(const RecordChange& change, const RecipePair& pair) {
-    if (change.Adds) {
-        return files_.Length(pair.Text) == change.TextLength &&
-               files_.Length(pair.Index) == change.IndexLength;
-    }
-    files_.Seek(pair.Text, change.Position);
-    return files_.ReadChars(pair.Text, static_cast<std::int64_t>(change.Old.size())) == change.Old;
 }
 
 // Puts the old state back and forgets the change. Files that were marked as not to be written
 // since then lose their mark.
 void RecipeJournal::TakeBack(const RecordChange& change) {
     const RecipePair pair = PairOf(change);
-    NamingFile(pair.TextPath, [&] {
-        try {
-            PutBack(change, pair);
-        } catch (const Failure& f) {
-            if (f.Number != failure::PathAccess) throw;
-            const bool text = files_.ClearReadOnly(pair.TextPath);
-            const bool index = files_.ClearReadOnly(pair.IndexPath);
-            if (!text && !index) throw;
-            PutBack(change, pair);
-        }
-    });
+    try {
+        NamingFile(pair.TextPath, [&] { PutBackDespiteMark(change, pair); });
+    } catch (const Failure&) {
+        Close(pair);
+        throw;
+    }
     Close(pair);
-    unfinished_.reset();
+    Forget();
     DeleteTemporaries();
+}
+
+void RecipeJournal::PutBackDespiteMark(const RecordChange& change, const RecipePair& pair) {
+    try {
+        PutBack(change, pair);
+    } catch (const Failure& f) {
+        if (f.Number != failure::PathAccess) throw;
+        const bool text = files_.ClearReadOnly(pair.TextPath);
+        const bool index = files_.ClearReadOnly(pair.IndexPath);
+        if (!text && !index) throw;
+        PutBack(change, pair);
+    }
 }
 
 // What is there already is not written again: a file that must not be written was not changed

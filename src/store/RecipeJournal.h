@@ -22,9 +22,15 @@ namespace larder {
 // docs/file-formats.md tells why no instant is ambiguous.
 class RecipeJournal {
   public:
-    // What settling has done to the recipe files, for readers too: what was counted is to be
-    // counted anew. The half of a new recipe of the user's may have been counted.
-    enum class Settled { Nothing, Changed, TookBackNewRecipe };
+    // What settling has done to the recipe files, for readers too.
+    struct Settled {
+        bool Changed = false;  // what was counted is to be counted anew
+        // How many entries the user's index had before the half of a new recipe that was cut off,
+        // and that may have been counted.
+        std::optional<std::int64_t> BeforeHalf;
+
+        void Merge(const Settled& later);
+    };
 
     // Both outlive the journal.
     RecipeJournal(NumberedFiles& files, const DataPaths& paths);
@@ -35,8 +41,7 @@ class RecipeJournal {
     // nothing may be written before a later call succeeds. Leaves the files that it needed closed.
     // Returns what was done since the last call that succeeded.
     Settled Settle();
-    // Settle for readers: does nothing unless the files have been left so that they would be
-    // misread.
+    // Settle for readers: does nothing unless something has been left half done.
     void SettleForReaders();
     // Settle for the start of the program, before the files are opened.
     void SettleLastRun();
@@ -61,13 +66,15 @@ class RecipeJournal {
   private:
     void SettleFiles();
     void SettleUnfinished();
-    bool IsIndexAlone() const;
+    bool IsOneAlone() const;
+    bool IsTakenBack(const RecordChange& change);
+    void Forget();
     RecipePair PairOf(const RecordChange& change) const;
     void WriteJournal(const RecordChange& change);
     std::optional<RecordChange> ReadJournal();
     void TakeBack(const RecordChange& change);
+    void PutBackDespiteMark(const RecordChange& change, const RecipePair& pair);
     void PutBack(const RecordChange& change, const RecipePair& pair);
-    void Note(Settled done);
     bool IsFirstNotBegun(const RecordChange& change, const RecipePair& pair);
     void RequireFile(const std::string& path) const;
     void RequireIndexInPlace() const;
@@ -75,6 +82,9 @@ class RecipeJournal {
     void RequireStockOf(bool disc) const;
     void Open(const RecipePair& pair);
     void OpenFilesOf(const RecordChange& change, const RecipePair& pair);
+    void OpenText(const RecipePair& pair);
+    void OpenIndex(const RecipePair& pair);
+    void OpenIndexBehind(const RecordChange& change, const RecipePair& pair);
     void Close(const RecipePair& pair);
     bool IsUntouched(const RecordChange& change, const RecipePair& pair);
     void RequireFilesOf(const RecordChange& change);
@@ -98,8 +108,8 @@ class RecipeJournal {
     std::optional<RecordChange> unfinished_;  // half done, and not taken back yet
     bool unflushed_ = false;                  // what was put back, since a flush failed
     bool textRenamed_ = false;  // and its index not, since a failure in this run; or maybe so
-    std::optional<RecipePair> renamed_;   // whose text that is, once it is known
-    Settled settled_ = Settled::Nothing;  // and not told yet
+    std::optional<RecipePair> renamed_;  // whose text that is, once it is known
+    Settled settled_;                    // and not told yet
 };
 
 }  // namespace larder

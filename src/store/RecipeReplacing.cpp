@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <utility>
 
 #include "platform/Failure.h"
 #include "store/RecipeJournal.h"
@@ -108,7 +107,7 @@ void RecipeJournal::TrimIndex(const RecipePair& pair) {
 // Whoever renamed the text may have been stopped before that was on the disk, where the text must
 // not come after its index.
 void RecipeJournal::FinishPair() {
-    const bool expected = std::exchange(textRenamed_, true);
+    textRenamed_ = true;
     const std::string& index = paths_.strRecipesIndexTempFile;
     std::optional<RecipePair> owner;
     try {
@@ -127,8 +126,8 @@ void RecipeJournal::FinishPair() {
             RenameIndex(*owner);
         });
     } else {
+        textRenamed_ = false;  // no text has got here by this one
         DeleteTemporaries();
-        textRenamed_ = expected;  // no text has got here by this one
     }
 }
 

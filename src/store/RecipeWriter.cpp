@@ -1,6 +1,5 @@
 #include "store/RecipeWriter.h"
 
-#include <algorithm>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -94,18 +93,16 @@ void RecipeWriter::AppendRecord(const std::string& strTitleTXT, const std::strin
 }
 
 void RecipeWriter::Settle() {
-    using enum RecipeJournal::Settled;
-    settled_ = std::max(settled_, Journal.Settle());
+    settled_.Merge(Journal.Settle());
     if (!StockIsMadeAnew) RequireCounted(StockPair(paths_), store_.OriginalNumRecords);
     const RecipePair own = CustomPair(paths_);
     const std::int64_t counted = store_.TotalNumRecords - store_.OriginalNumRecords;
-    // The half of a new recipe may have been counted and taken off since.
-    const bool oneLess = settled_ == TookBackNewRecipe && files_.Exists(own.IndexPath) &&
-                         RecordsOf(own) == counted - 1;
-    if (!oneLess) RequireCounted(own, counted);
-    if (settled_ == Nothing) return;
+    // The half of a new recipe may have been counted and cut off since.
+    const bool oneLess = settled_.BeforeHalf == counted - 1;
+    RequireCounted(own, oneLess ? counted - 1 : counted);
+    if (!settled_.Changed) return;
     store_.RecalculateTotalRecipes();
-    settled_ = Nothing;
+    settled_ = {};
 }
 
 // The index may be another one than was counted: its folder is gone from the mount point, or was

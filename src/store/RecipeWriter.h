@@ -69,7 +69,7 @@ class RecipeWriter {
     const DataPaths& paths_;
     RecipeStore& store_;
     Message message_;
-    RecipeJournal::Settled settled_ = RecipeJournal::Settled::Nothing;  // and not counted anew yet
+    RecipeJournal::Settled settled_;  // and not counted anew yet
 };
 
 }  // namespace larder

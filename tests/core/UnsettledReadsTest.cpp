@@ -379,14 +379,27 @@ TEST_F(UnsettledReads, WhatAFailedFlushWasToCarryIsWrittenAnewBeforeTheNext) {
 
 TEST_F(UnsettledReads, AnIndexThatIsOfNoTextHindersNoFirstRecipe) {
     session.Files.CloseAll();
-    for (const char* name : {"Custom Recipes.ydb", "Custom Recipes Index.ind", "Recipes.ydb"})
-        folder.Delete(std::string("Data/") + name);
-    folder.Write("Data/Recipes Index Temp.ind", IndexBytes({1, 17}));
-    StoreSession next(folder.Native("Data"));
-    next.Start();
-    EXPECT_FALSE(folder.Exists("Data/Recipes Index Temp.ind"));
-    EXPECT_TRUE(next.Add("New", "{}")) << next.Messages.back();
-    EXPECT_EQ(Own(), "New\r\n{}\r\n");
+    folder.Delete("Data/Recipes.ydb");
+    for (const bool stays : {false, true}) {
+        SCOPED_TRACE(stays);
+        folder.Delete("Data/Custom Recipes.ydb");
+        folder.Delete("Data/Custom Recipes Index.ind");
+        folder.Write("Data/Recipes Index Temp.ind", IndexBytes({1, 17}));
+        StoreSession next(folder.Native("Data"));
+        bool refused = stays;
+        next.Files.Watch([&](const NumberedFiles::Access& access) {
+            if (refused && access.Kind == "delete") throw Failure(failure::DeviceError, "disk");
+        });
+        EXPECT_EQ(Ignoring([&] { next.Writer.Journal.SettleLastRun(); }),
+                  stays ? failure::DeviceError : 0);
+        refused = false;
+        next.Store.OpenYDB_IND_Normal();
+        next.Store.RecalculateTotalRecipes();
+        EXPECT_FALSE(folder.Exists("Data/Recipes Index Temp.ind"));
+        EXPECT_TRUE(next.Add("New", "{}"));
+        EXPECT_TRUE(next.Messages.empty());
+        EXPECT_EQ(Own(), "New\r\n{}\r\n");
+    }
 }
 
 TEST_F(UnsettledReads, WhatNobodyCanTellOfIsToldWithItsName) {
