@@ -4,8 +4,10 @@
 #include <QTimer>
 #include <QWidget>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "behaviour/support/SearchBook.h"
@@ -16,6 +18,23 @@ namespace larder::test {
 namespace {
 
 using Numbers = std::vector<int>;
+
+// Acts while a search runs, at its first look at the events with more than so many hits. How often
+// a search looks depends on the clock too, and the first look may come at the first hit.
+class OnceBeyond {
+  public:
+    OnceBeyond(const VirtualList& list, int hits, std::function<void()> act) {
+        timer_.callOnTimeout([this, &list, hits, act = std::move(act)] {
+            if (list.Count() <= hits) return;
+            timer_.stop();
+            act();
+        });
+        timer_.start(0);
+    }
+
+  private:
+    QTimer timer_;
+};
 
 // Searches that last: what events do to them.
 class LongSearch : public SearchBook {
@@ -124,7 +143,7 @@ TEST_F(LongSearch, AnotherFindEndsARunningSearch) {
 
 TEST_F(LongSearch, ClosingTheDialogEndsARunningSearchAndKeepsWhatItFound) {
     int countAtClose = 0;
-    Later([&] {
+    const OnceBeyond closing(Main().VList[1], Fit(2), [&] {
         countAtClose = Main().VList[1].Count();
         Press(Qt::Key_Escape);
     });
@@ -142,13 +161,10 @@ TEST_F(LongSearch, ClosingTheDialogEndsARunningSearchAndKeepsWhatItFound) {
 
 TEST_F(LongSearch, ClosingTheDialogAmongOwnRecipesEndsTheSearchThere) {
     bool closed = false;
-    QTimer timer;
-    timer.callOnTimeout([&] {
-        if (closed || Main().VList[1].Count() <= Stock) return;
+    const OnceBeyond closing(Main().VList[1], Stock, [&] {
         closed = true;
         Press(Qt::Key_Escape);
     });
-    timer.start(0);
     FindWords("fish");
     ASSERT_TRUE(closed);
     EXPECT_GT(Main().VList[1].Count(), Stock);
@@ -179,7 +195,7 @@ TEST_F(LongSearch, EscapeAndACategoryAtOnceEndTheSearch) {
 TEST_F(LongSearch, TheFirstScreenfulIsThereBeforeTheSearchHasEnded) {
     Numbers early;
     std::string caption;
-    Later([&] {
+    const OnceBeyond looking(Main().VList[1], Fit(2), [&] {
         early = ShownNumbers();
         caption = Found();
     });
@@ -257,9 +273,9 @@ TEST_F(LateHits, ThatAreNotWaitedForLeaveAnEmptyListOnTheScreen) {
 }
 
 TEST_F(LateHits, FewerThanTheScreenTakesAreShownWhenTheSearchIsCancelled) {
-    EscapeAt(1);
+    EscapeAt(2);  // a single one is told in other words
     FindWords("alder cedar");
-    ASSERT_GT(hitsAtEscape, 0);
+    ASSERT_GE(hitsAtEscape, 2);
     ASSERT_LT(hitsAtEscape, Fit(2));
     ExpectAtRest();
     EXPECT_EQ(ShownNumbers(), Range(120, 119 + hitsAtEscape));
@@ -293,6 +309,10 @@ TEST_F(LongSearch, WhatIsWrittenWhileEventsRunIsInTheTitlesThatFollow) {
 }
 
 TEST_F(LongSearch, TitlesCostAFewReads) {
+    int looks = 0;
+    QTimer atEachLook;
+    atEachLook.callOnTimeout([&] { ++looks; });
+    atEachLook.start(0);
     int reads = 0;
     Main().files.Watch([&](const NumberedFiles::Access& access) {
         const bool recipes =
@@ -302,7 +322,9 @@ TEST_F(LongSearch, TitlesCostAFewReads) {
     FindWords("bake");
     Main().files.Watch(nullptr);
     EXPECT_EQ(Main().VList[1].Count(), Stock);
-    EXPECT_LE(reads, Stock / 4) << "of both files, for the titles and the text on the screen";
+    // A look gives up what has been read ahead of either file, and a slow machine looks more often.
+    EXPECT_LE(reads, Stock / 5 + 2 * looks)
+        << "of both files, for the titles and the text on the screen, at " << looks << " looks";
 }
 
 }  // namespace
