@@ -61,6 +61,7 @@ class OneBook(WithData):
 
     def open(self, *arguments):
         self.book = self.start(self.screen, *arguments)
+        self.book.wait_for_focus(CATEGORIES)
         self.book.wait_for_selected(CATEGORIES, FAVORITES)
 
     def restart(self):

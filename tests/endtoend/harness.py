@@ -304,25 +304,29 @@ class CookBook:
         return next((node for node in _descendants(self.application())
                      if node.get_name() == title and node.get_role() in windows), None)
 
-    def wait_for_message(self, part):
-        """Waits until a text on the screen holds this part, and returns the text."""
+    def wait_for_focus(self, part, role=None):
+        """Waits until keys go to the window that has this part of a text on it, and in it to a
+        control of this role when given; returns the text.
+
+        What the program has opened has the focus only when the window manager gives it.
+        """
 
         def find():
-            names = (node.get_name() for node in _descendants(self.application()))
-            return next((name for name in names if part in name), None)
+            for window in _children(self.application()):
+                nodes = list(_descendants(window))
+                if any(node.get_state_set().contains(Atspi.StateType.FOCUSED)
+                       and (role is None or node.get_role() == role) for node in nodes):
+                    return next((name for node in nodes if part in (name := node.get_name())),
+                                None)
+            return None
 
-        return wait_for(f'a message with "{part}"', find)
+        return wait_for(f'the focus in the window with "{part}"', find)
 
-    def answer(self, key):
-        """Presses a key in the message box, once its button has the focus."""
-
-        def ready():
-            return any(node.get_role() == Atspi.Role.PUSH_BUTTON
-                       and node.get_state_set().contains(Atspi.StateType.FOCUSED)
-                       for node in _descendants(self.application()))
-
-        wait_for("a message that listens to keys", ready)
+    def answer(self, part, key):
+        """Presses a key in the message with this part of a text; returns the text."""
+        text = self.wait_for_focus(part)
         self.desktop.press(key)
+        return text
 
     def is_showing(self, name):
         return any(node.get_name() == name

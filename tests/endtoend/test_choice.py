@@ -18,7 +18,7 @@ class Choice(OpenBook):
 
     def open_dialog(self):
         self.book.click_control("Add")
-        self.book.control("Create New Recipe")
+        self.book.wait_for_focus("Create New Recipe")
 
     def wait_until_gone(self):
         wait_for("the dialog gone", lambda: not self.book.is_showing("Create New Recipe"))

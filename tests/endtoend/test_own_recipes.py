@@ -39,8 +39,14 @@ class OwnRecipes(OpenBook):
         """The title box or the recipe box; a menu has the name of the latter."""
         return self.book.control(name, Atspi.Role.TEXT, editor)
 
+    def wait_until_focused(self, editor, name):
+        control = self.box_of(editor, name)
+        wait_for(f'the focus in "{name}"',
+                 lambda: control.get_state_set().contains(Atspi.StateType.FOCUSED))
+
     def click_box(self, editor, name):
         self.screen.click(*self.book.box(self.box_of(editor, name)).middle)
+        self.wait_until_focused(editor, name)
 
     def wait_for_text(self, editor, box, text):
         control = self.box_of(editor, box)
@@ -71,7 +77,7 @@ class OwnRecipes(OpenBook):
     def choose_picture(self, path):
         editor = "Add Recipe"
         self.click_in(editor, "Assign Picture")
-        self.book.wait_for_message("File name")
+        self.book.wait_for_focus("File name", Atspi.Role.TEXT)
         self.type(str(path))
         self.screen.press("Return")
         self.book.control("Change Picture", window=editor)
@@ -160,8 +166,7 @@ class OwnRecipes(OpenBook):
     def test_the_number_of_a_deleted_recipe_stays_used(self):
         self.create(self.TITLE)
         self.choose(f"Delete Recipe #{self.number}")
-        self.book.wait_for_message(f"Permanently delete recipe #{self.number}?")
-        self.screen.press("Return")
+        self.book.answer(f"Permanently delete recipe #{self.number}?", "Return")
         wait_for("an empty list", lambda: not self.book.lines(RECIPES))
 
         self.restart()
@@ -209,6 +214,7 @@ class OwnRecipes(OpenBook):
         self.choose(editor)
         self.book.window(editor)
         control = self.box_of(editor, "Recipe")
+        self.wait_until_focused(editor, "Recipe")
         self.screen.press("ctrl+Home", "End", "ctrl+shift+Left")
         wait_for("a word selected", lambda: Atspi.Text.get_n_selections(control) == 1)
         self.drag_word(control, "ConsiderablyLongWord", "line0008")
@@ -223,9 +229,8 @@ class OwnRecipes(OpenBook):
         self.create(self.TITLE)
         text = self.page()
         self.choose(f"Delete Recipe #{self.number}")
-        self.book.wait_for_message(f"Permanently delete recipe #{self.number}?")
-        self.screen.press("Escape")
-        wait_for("the question gone", lambda: not self.book.is_showing("Permanently"))
+        question = self.book.answer(f"Permanently delete recipe #{self.number}?", "Escape")
+        wait_for("the question gone", lambda: not self.book.is_showing(question))
         self.restart()
         self.open_favourite(self.TITLE)
         self.assertEqual(self.page(), text)

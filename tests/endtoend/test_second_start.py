@@ -73,7 +73,7 @@ class SecondStart(WithData):
         self.assertEqual(self.start_one().wait_for_end(), 0)
         wait_for("the dialog in front", lambda: self.active() != self.first.window()
                  and self.first.is_showing("Create New Recipe"))
-        self.screen.press("Escape")
+        self.first.answer("Create New Recipe", "Escape")
         wait_for("the dialog gone", lambda: not self.first.is_showing("Create New Recipe"))
 
     def test_a_first_that_was_killed_leaves_the_recipes_free(self):
@@ -88,8 +88,7 @@ class SecondStart(WithData):
         self.addCleanup(os.kill, self.first._process.pid, signal.SIGCONT)
         before = self.files()
         second = self.start_one()
-        second.wait_for_message("does not answer")
-        self.screen.press("Return")
+        second.answer("does not answer", "Return")
         self.assertEqual(second.wait_for_end(), 1, second.output())
         self.assertEqual(self.files(), before)
 

@@ -13,17 +13,14 @@ class Start(OneBook):
     def test_a_missing_file_is_named(self):
         (self.data / "CategyD.ydb").unlink()
         book = self.start(self.screen)
-        self.assertIn("CategyD.ydb", book.wait_for_message("can't start"))
-        book.answer("Return")
+        self.assertIn("CategyD.ydb", book.answer("can't start", "Return"))
         self.assertEqual(book.wait_for_end(), 1, book.output())
 
     def test_without_recipes_the_disc_is_asked_for(self):
         (self.data / "Recipes.ydb").unlink()
         book = self.start(self.screen)
-        book.wait_for_message("Please put Tidewell Larder CD in the drive")
-        book.answer("Escape")
-        book.wait_for_message("The Program needs Tidewell Larder CD to run.")
-        book.answer("Return")
+        book.answer("Please put Tidewell Larder CD in the drive", "Escape")
+        book.answer("The Program needs Tidewell Larder CD to run.", "Return")
         book.wait_for_end()
 
     def test_a_folder_with_blanks_and_foreign_letters_is_no_obstacle(self):
@@ -66,10 +63,8 @@ class Switches(OneBook):
 
     def test_the_disc_is_asked_for_with_the_switch_cd_although_the_recipes_are_there(self):
         book = self.start(self.screen, "/cd")
-        book.wait_for_message("Please put Tidewell Larder CD in the drive")
-        book.answer("Escape")
-        book.wait_for_message("The Program needs Tidewell Larder CD to run.")
-        book.answer("Return")
+        book.answer("Please put Tidewell Larder CD in the drive", "Escape")
+        book.answer("The Program needs Tidewell Larder CD to run.", "Return")
         self.assertEqual(book.wait_for_end(), 0, book.output())
 
 
