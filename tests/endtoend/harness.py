@@ -38,21 +38,23 @@ class Unmet(AssertionError):
 def wait_for(what, condition, deadline=None, report=None):
     """Returns the first true value of `condition()`; raises Unmet naming `what` otherwise.
 
-    Failures of the accessibility interface count as "not yet": objects come and go while the
-    program works. `report`, when given, is called for a last word on what there was instead.
+    Failures of the accessibility interface and of the tools of the X server count as "not yet":
+    objects and windows come and go while the program works. `report`, when given, is called for a
+    last word on what there was instead.
     """
     end = time.monotonic() + (deadline or DEADLINE)
     while True:
         _let_accessibility_events_in()
+        failure = None
         try:
             value = condition()
-        except GLib.Error:
-            value = None
+        except (GLib.Error, subprocess.CalledProcessError) as error:
+            value, failure = None, error
         if value:
             return value
         if time.monotonic() > end:
             instead = f"; there was: {report()}" if report else ""
-            raise Unmet(f"waited in vain for {what}{instead}")
+            raise Unmet(f"waited in vain for {what}{instead}") from failure
         time.sleep(0.02)
 
 
