@@ -97,10 +97,11 @@ class Desktop:
                 process.wait()
 
     def _start_screen(self):
+        # No key repeats (-r), however late the release of a key comes.
         read_end, write_end = os.pipe()
         self._processes.append(subprocess.Popen(
             ["Xvfb", "-displayfd", str(write_end), "-screen", "0",
-             f"{self.width}x{self.height}x24", "-nolisten", "tcp", "-noreset"],
+             f"{self.width}x{self.height}x24", "-nolisten", "tcp", "-noreset", "-r"],
             pass_fds=[write_end], stderr=subprocess.DEVNULL))
         os.close(write_end)
         with os.fdopen(read_end) as pipe:
