@@ -23,6 +23,9 @@ class Installed(unittest.TestCase):
         self.prefix = Path(folder.name) / "usr"
         subprocess.run(["cmake", "--install", SETTINGS.build, "--prefix", self.prefix],
                        check=True, capture_output=True)
+        # The first start brings its data to the disk, and may not have to do the same for all that
+        # a build has left to be written before it.
+        subprocess.run(["sync", "-f", self.home], check=True)
 
     def start_and_close(self):
         env = {"HOME": str(self.home), "XDG_DATA_HOME": ""}
