@@ -1,7 +1,6 @@
 #include <QTest>
 #include <algorithm>
 #include <cctype>
-#include <chrono>
 #include <cstdint>
 #include <iostream>
 #include <random>
@@ -10,6 +9,7 @@
 
 #include "app/frmMain.h"
 #include "behaviour/support/MainWindowFixture.h"
+#include "support/ProcessorTime.h"
 
 namespace larder::test {
 namespace {
@@ -224,7 +224,7 @@ TEST_F(BrokenContentTest, IndexEntriesOutOfOrderCostOnlyTheirOwnRecipes) {
 }
 
 TEST_F(BrokenContentTest, ATitleLineOf10MegabytesIsRead) {
-    const auto begin = std::chrono::steady_clock::now();
+    const double begin = ProcessorTime();
     Database recipes;
     recipes.AddRecipe(std::string(10'000'000, 'x'), "{\\rtf1 Long}");
     recipes.AddRecipe("Short", "{\\rtf1 Short}");
@@ -239,17 +239,17 @@ TEST_F(BrokenContentTest, ATitleLineOf10MegabytesIsRead) {
     PressLine(2, 1);
     PressLine(2, 2);
     EXPECT_EQ(Text().substr(0, 5), "Short");
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+    EXPECT_LT(ProcessorTime() - begin, 10.0);
 }
 
 TEST_F(BrokenContentTest, ACategoryNameOf10MegabytesIsRead) {
-    const auto begin = std::chrono::steady_clock::now();
+    const double begin = ProcessorTime();
     ASSERT_TRUE(WithCategories(" 3 \r\nALL RECIPES WITH PICTURES\r\n 1 \r\n" +
                                std::string(10'000'000, 'x') + "\r\n 2 \r\n"));
     QTest::mouseMove(Pressed(1), PointOnLine(1, 2));
     PressLine(1, 2);
     EXPECT_EQ(ShownNumbers(), (std::vector<int>{2}));
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+    EXPECT_LT(ProcessorTime() - begin, 10.0);
 }
 
 TEST_F(BrokenContentTest, ABodyThatIsNestedTooDeepShowsWhatCanBeRead) {
