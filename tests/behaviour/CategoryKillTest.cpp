@@ -41,7 +41,7 @@ class KilledProgram : public MainWindowFixture {
     bool KilledBefore(int k, const Act& act) {
         const pid_t child = ::fork();
         if (child == 0) {
-            ::alarm(20);
+            ::alarm(60);
             // Painting is divided among threads, of which a child has none.
             Main().ui.window.Native()->setUpdatesEnabled(false);
             int steps = 0;

@@ -43,7 +43,7 @@ TEST_F(ACheckBox, ItsAccessKeyTicksIt) {
     Show();
     QTest::keyClick(window.Native()->windowHandle(), Qt::Key_J, Qt::AltModifier);
     // Shown as a press for a moment first.
-    EXPECT_TRUE(QTest::qWaitFor([&] { return box_.Value() == 1; }, 2000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return box_.Value() == 1; }, 5000));
     EXPECT_EQ(AccessibleName(box_), QStringLiteral("Just with pictures"));
     EXPECT_EQ(Accessible(box_)->role(), QAccessible::CheckBox);
 }

@@ -67,7 +67,7 @@ bool KilledInAProcess(Act&& act) {
     std::cout.flush();
     const pid_t child = fork();
     if (child == 0) {
-        alarm(20);  // whatever it waits for
+        alarm(60);  // whatever it waits for
         act();
         _exit(testing::Test::HasFailure() ? 1 : 0);
     }
