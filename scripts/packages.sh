@@ -50,10 +50,11 @@ need_packages() {
         as_root=(sudo)
     fi
     say "Installing ${list[*]}"
-    quietly "${as_root[@]}" apt-get update ||
+    local -a apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get
+        -o Acquire::Retries=5 -o DPkg::Lock::Timeout=300)
+    quietly "${apt[@]}" update ||
         say "The list of packages could not be brought up to date."
-    quietly "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y \
-        --no-install-recommends -o DPkg::Lock::Timeout=300 "${list[@]}" </dev/null ||
+    quietly "${apt[@]}" install -y --no-install-recommends "${list[@]}" </dev/null ||
         fail "apt-get could not install ${list[*]}"
     missing=$(missing_packages "$@")
     [[ -z $missing ]] || fail "not installed: $missing"
