@@ -51,7 +51,8 @@ void Require(bool holds, const char* what) {
     std::abort();
 }
 
-// One folder for the whole run, in memory where the system has such a place.
+// One folder for the whole run, in memory where the system has such a place. A run may end without
+// clearing it away: the next has a new one.
 class Folder {
   public:
     Folder() {
@@ -59,7 +60,9 @@ class Folder {
         std::error_code ignored;
         const fs::path base =
             access(shared.c_str(), W_OK) == 0 ? shared : fs::temp_directory_path(ignored);
-        root_ = base / ("larder-fuzz-" + std::to_string(getpid()));
+        std::string name = (base / "larder-fuzz-XXXXXX").string();
+        if (mkdtemp(name.data()) == nullptr) std::abort();
+        root_ = name;
         fs::create_directories(root_ / "Data");
     }
     ~Folder() {
