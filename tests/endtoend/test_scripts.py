@@ -180,7 +180,8 @@ class Checking(Scripts):
         (root / "tests/core/CMakeLists.txt").write_text("".join(
             f"add_test(NAME {name} COMMAND {command})\n" for name, command in tests.items()))
         return subprocess.run([root / "check", *options], capture_output=True, text=True,
-                              check=False, stdin=subprocess.DEVNULL)
+                              check=False, stdin=subprocess.DEVNULL,
+                              env={**os.environ, "LC_ALL": "C"})
 
     def test_a_failing_test_fails_the_run_and_is_shown(self):
         result = self.check("--quick", tests={"good": "true", "bad": "ls /no-such-file"})
