@@ -1,6 +1,7 @@
 #pragma once
 
 #include <stdlib.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdint>
@@ -22,8 +23,9 @@ class TempFolder {
         std::string name = (base / "larder-XXXXXX").string();
         if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
         root_ = name;
-        // Tests that give up their privileges must still get in.
+        // Tests that give up their privileges must still get in, and read what they have written.
         std::filesystem::permissions(root_, std::filesystem::perms::all);
+        umask(S_IWGRP | S_IWOTH);
     }
     ~TempFolder() {
         std::error_code ignored;
