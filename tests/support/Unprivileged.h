@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstring>
 #include <iostream>
 
 namespace larder::test {
@@ -29,7 +31,10 @@ class Unprivileged {
   private:
     static constexpr uid_t nobody = 65534;
     static void Become(uid_t user) {
-        if (seteuid(user) != 0) _exit(99);
+        if (seteuid(user) == 0) return;
+        std::cerr << "the system refused to go on as user " << user << ": " << std::strerror(errno)
+                  << std::endl;
+        _exit(99);
     }
     uid_t user_ = geteuid();
 };
