@@ -5,6 +5,7 @@
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextEdit>
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -112,14 +113,30 @@ void RichTextBox::Content::Format(const CharChange& change) {
 // Makes a change of the text in the document.
 void RichTextBox::Content::Repeat(const RichTextContent::Change& change) {
     const Own own(*this);
-    if (updates_ > 0 && !step_) {
-        step_ = std::make_unique<QTextCursor>(widget_->Edit().document());
-        step_->beginEditBlock();
+    QTextDocument& document = *widget_->Edit().document();
+    auto step = std::make_unique<QTextCursor>(&document);
+    step->setPosition(static_cast<int>(change.from));
+    step->beginEditBlock();
+    const int steps = document.availableUndoSteps();
+    const std::optional<int> end = MakeInDocument(change);
+    if (document.availableUndoSteps() != steps) {
+        carets_.Changes(static_cast<int>(change.oldTo), end);
     }
+    if (updates_ > 0 && !step_) {
+        step_ = std::move(step);
+    } else {
+        step->endEditBlock();
+    }
+    revision_ = document.revision();
+}
+
+// Returns where the change ends, if Qt will not know it.
+std::optional<int> RichTextBox::Content::MakeInDocument(const RichTextContent::Change& change) {
     const RichText& text = text_.Document();
+    bool told = true;
     switch (change.kind) {
         case Kind::Text:
-            document_->Splice(text, change.from, change.oldTo, change.newTo);
+            told = document_->Splice(text, change.from, change.oldTo, change.newTo);
             break;
         case Kind::Characters:
             document_->FormatCharacters(text, change.from, change.newTo);
@@ -130,7 +147,7 @@ void RichTextBox::Content::Repeat(const RichTextContent::Change& change) {
         default:
             break;
     }
-    revision_ = widget_->Edit().document()->revision();
+    return told ? std::optional(static_cast<int>(change.newTo)) : std::nullopt;
 }
 
 void RichTextBox::Content::EndStep() {
@@ -192,6 +209,7 @@ void RichTextBox::Content::BringUpToDate() {
     QScrollBar& bar = *widget_->Edit().verticalScrollBar();
     const int scrolled = fromTop_ ? 0 : bar.value();
     document_->Build(text_.Document());
+    carets_.Clear();
     screenBehind_ = false;
     revision_ = widget_->Edit().document()->revision();
     ShowSelection();
@@ -225,6 +243,25 @@ bool RichTextBox::Content::ConsumesKey(QKeyEvent& event) {
     int left = code;
     if (box_) Fire(box_->OnKeyDown, left, ShiftOf(event));
     return code != 0 && left == 0;
+}
+
+void RichTextBox::Content::StepDone() {
+    carets_.Done(widget_->Edit().document()->availableUndoSteps());
+}
+
+void RichTextBox::Content::Walk(bool back) {
+    BringUpToDate();
+    QTextEdit& edit = widget_->Edit();
+    QTextDocument& document = *edit.document();
+    if (!(back ? document.isUndoAvailable() : document.isRedoAvailable())) return;
+    QTextCursor caret = edit.textCursor();
+    back ? document.undo(&caret) : document.redo(&caret);
+    const auto place = carets_.WalkedTo(document.availableUndoSteps());
+    if (place) caret.setPosition(*place);
+    userPlace_ = {-1, -1};  // the formats there may be others now
+    edit.setTextCursor(caret);
+    edit.ensureCursorVisible();
+    UserMovedCaret();
 }
 
 void RichTextBox::Content::UserChangedText(bool atEnd) {
@@ -266,6 +303,14 @@ void RichTextBox::Content::Scrolled() {
 
 void RichTextBox::Content::TakesMime() {
     textBehind_ = !screenBehind_;
+    const bool dragged = widget_->Edit().document()->availableUndoSteps() != carets_.Steps();
+    if (dragged) carets_.Changes(EndOfSelection(), std::nullopt);
+}
+
+// As it was last told.
+int RichTextBox::Content::EndOfSelection() const {
+    if (selectionBehind_) return std::max(userPlace_.first, userPlace_.second);
+    return static_cast<int>(text_.Document().UnitAt(text_.To()));
 }
 
 void RichTextBox::Content::Insert(const RichText& text) {

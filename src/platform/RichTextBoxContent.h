@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/RichTextBox.h"
+#include "platform/RichTextCarets.h"
 #include "platform/RichTextContent.h"
 #include "platform/RichTextDocument.h"
 #include "platform/RichTextWidget.h"
@@ -56,6 +57,9 @@ struct RichTextBox::Content : public RichTextWidget::Host {
     // What the widget asks and tells.
     void BringUpToDate() override;
     bool ConsumesKey(QKeyEvent& event) override;
+    void Undo() override { Walk(true); }
+    void Redo() override { Walk(false); }
+    void StepDone() override;
     void UserChangedText(bool atEnd) override;
     void UserMovedCaret() override;
     void Scrolled() override;
@@ -69,8 +73,11 @@ struct RichTextBox::Content : public RichTextWidget::Host {
     bool CaretIsTheUsers() const;
     bool Wholesale(const RichTextContent::Change& change) const;
     void Repeat(const RichTextContent::Change& change);
+    std::optional<int> MakeInDocument(const RichTextContent::Change& change);
+    void Walk(bool back);
     void Inserted(const RichTextContent::Change& change);
     void TakeSelection();
+    int EndOfSelection() const;
     void ShowSelection();
     void ShowCaret();
     void TypeAsBreak();
@@ -89,6 +96,7 @@ struct RichTextBox::Content : public RichTextWidget::Host {
     bool caretSought_ = false;  // the caret is to be seen when the screen has caught up
     int own_ = 0;               // changes of the document that are not the user's are under way
     int updates_ = 0;
+    RichTextCarets carets_;
     std::unique_ptr<QTextCursor> step_;  // gathers the changes of an update into one for Undo
     int revision_ = 0;                   // of the document, when the caret moved last
     std::size_t toldFrom_ = 0;

@@ -100,8 +100,10 @@ class RichTextDocument::Writer {
         return format;
     }
 
-    // Gives the blocks that a range touches the layout of their paragraphs.
-    void LayBlocks(std::size_t from, std::size_t to) {
+    // Gives the blocks that a range touches the layout of their paragraphs; tells whether one had
+    // another.
+    bool LayBlocks(std::size_t from, std::size_t to) {
+        bool laid = false;
         std::vector<std::optional<QTextBlockFormat>> layouts(text_.ParaFormats().size());
         ForEachBlock(text_, [&](std::size_t first, std::size_t last, RichText::FormatIndex index) {
             if (last < from || first > to) return;
@@ -109,8 +111,10 @@ class RichTextDocument::Writer {
             const QTextBlock block = target_.document_.findBlock(static_cast<int>(first));
             if (block.blockFormat() != *layouts[index]) {
                 QTextCursor(block).setBlockFormat(*layouts[index]);
+                laid = true;
             }
         });
+        return laid;
     }
 
   private:
@@ -171,7 +175,7 @@ void RichTextDocument::Build(const RichText& text) {
     document_.setUndoRedoEnabled(true);
 }
 
-void RichTextDocument::Splice(const RichText& text, std::size_t from, std::size_t oldTo,
+bool RichTextDocument::Splice(const RichText& text, std::size_t from, std::size_t oldTo,
                               std::size_t newTo) {
     Writer writer(*this, text);
     QTextCursor cursor(&document_);
@@ -181,8 +185,9 @@ void RichTextDocument::Splice(const RichText& text, std::size_t from, std::size_
     cursor.removeSelectedText();
     if (text.Units().empty()) cursor.setBlockCharFormat(writer.Format(text.EndFormat()));
     writer.Insert(cursor, from, newTo);
-    writer.LayBlocks(from, newTo);
+    const bool laid = writer.LayBlocks(from, newTo);
     cursor.endEditBlock();
+    return laid;
 }
 
 void RichTextDocument::FormatCharacters(const RichText& text, std::size_t from, std::size_t to) {

@@ -22,7 +22,8 @@ class RichTextDocument {
     void Build(const RichText& text);
 
     // Changes that the text has undergone already, in its units; each is one step for Undo.
-    void Splice(const RichText& text, std::size_t from, std::size_t oldTo, std::size_t newTo);
+    // Splice tells whether the step ends with the layout of paragraphs.
+    bool Splice(const RichText& text, std::size_t from, std::size_t oldTo, std::size_t newTo);
     void FormatCharacters(const RichText& text, std::size_t from, std::size_t to);
     void FormatParagraphs(const RichText& text, std::size_t from, std::size_t to);
 

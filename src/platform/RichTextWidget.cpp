@@ -1,9 +1,13 @@
 #include "platform/RichTextWidget.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QAction>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QEvent>
 #include <QKeyEvent>
+#include <QKeySequence>
+#include <QMenu>
 #include <QPainter>
 #include <QResizeEvent>
 #include <QScrollBar>
@@ -94,6 +98,7 @@ class RichTextWidget::Widget : public QTextEdit {
     bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -124,6 +129,7 @@ RichTextWidget::Widget::Widget(QWidget* parent, RichTextWidget& owner, std::shar
     });
     connect(this, &QTextEdit::textChanged, this,
             [this] { host_->UserChangedText(std::exchange(addedAtEnd_, false)); });
+    connect(document(), &QTextDocument::undoCommandAdded, this, [this] { host_->StepDone(); });
     connect(this, &QTextEdit::cursorPositionChanged, this, [this] { host_->UserMovedCaret(); });
     connect(this, &QTextEdit::selectionChanged, this, [this] { host_->UserMovedCaret(); });
 }
@@ -229,8 +235,10 @@ void RichTextWidget::Widget::paintEvent(QPaintEvent* event) {
 void RichTextWidget::Widget::keyPressEvent(QKeyEvent* event) {
     if (host_->ConsumesKey(*event)) {
         event->accept();
+    } else if (event->matches(QKeySequence::Undo)) {
+        if (textInteractionFlags() & Qt::TextEditable) host_->Undo();
     } else if (IsRedo(*event)) {
-        if (textInteractionFlags() & Qt::TextEditable) redo();
+        if (textInteractionFlags() & Qt::TextEditable) host_->Redo();
     } else if (const QString typed = TypedText(*event); TypesByHost(typed)) {
         host_->Insert(typed.toStdU16String());
         ensureCursorVisible();
@@ -245,6 +253,21 @@ void RichTextWidget::Widget::keyPressEvent(QKeyEvent* event) {
 bool RichTextWidget::Widget::TypesByHost(const QString& typed) const {
     if (!(textInteractionFlags() & Qt::TextEditable) || typed.isEmpty()) return false;
     return textCursor().hasSelection() || typed == QLatin1String("\r");
+}
+
+// Qt's menu, but for the two entries that the host sees to.
+void RichTextWidget::Widget::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu* menu = createStandardContextMenu(event->pos());
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const auto leaveTo = [this, menu](const QString& name, void (Host::*act)()) {
+        auto* entry = menu->findChild<QAction*>(name);
+        if (entry == nullptr) return;
+        entry->disconnect(SIGNAL(triggered(bool)));
+        connect(entry, &QAction::triggered, this, [this, act] { ((*host_).*act)(); });
+    };
+    leaveTo(QStringLiteral("edit-undo"), &Host::Undo);
+    leaveTo(QStringLiteral("edit-redo"), &Host::Redo);
+    menu->popup(event->globalPos());
 }
 
 void RichTextWidget::Widget::focusInEvent(QFocusEvent* event) {

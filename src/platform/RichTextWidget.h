@@ -22,6 +22,10 @@ class RichTextWidget {
         // The document is about to be drawn or worked in, and must be what the box holds.
         virtual void BringUpToDate() = 0;
         virtual bool ConsumesKey(QKeyEvent& event) = 0;
+        // The user takes back his last step, or makes the one that he took back last again.
+        virtual void Undo() = 0;
+        virtual void Redo() = 0;
+        virtual void StepDone() = 0;  // a step that can be undone is complete
         // `atEnd` when units were put in behind all others.
         virtual void UserChangedText(bool atEnd) = 0;
         virtual void UserMovedCaret() = 0;
