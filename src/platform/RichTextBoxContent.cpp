@@ -313,6 +313,11 @@ int RichTextBox::Content::EndOfSelection() const {
     return static_cast<int>(text_.Document().UnitAt(text_.To()));
 }
 
+RichTextBase RichTextBox::Content::BaseOfIncoming() {
+    const RichTextContent& text = Text();
+    return {text.NextFont(), text.Next().halfPoints};
+}
+
 void RichTextBox::Content::Insert(const RichText& text) {
     Inserted(Text().ReplaceSelection(text));
 }

@@ -65,6 +65,7 @@ struct RichTextBox::Content : public RichTextWidget::Host {
     void Scrolled() override;
     RichText SelectedText() override { return Text().Selected(); }
     void TakesMime() override;
+    RichTextBase BaseOfIncoming() override;
     void Insert(const RichText& text) override;
     void Insert(std::u16string_view plain) override;
 

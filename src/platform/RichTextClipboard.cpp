@@ -1,6 +1,7 @@
 #include "platform/RichTextClipboard.h"
 
 #include <QByteArray>
+#include <QFont>
 #include <QImage>
 #include <QMimeData>
 #include <QTextCursor>
@@ -10,7 +11,6 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/RichTextDocument.h"
 #include "platform/RichTextPictures.h"
 #include "platform/rtf/Rtf.h"
 
@@ -21,6 +21,8 @@ namespace {
 const QString kRtfTypes[] = {QStringLiteral("text/rtf"), QStringLiteral("application/rtf"),
                              QStringLiteral("text/richtext")};
 
+constexpr double kDefaultPoints = 12;  // of HTML; any will do, as it is read relative to it
+
 std::optional<RichText> RtfIn(const QMimeData& source) {
     for (const QString& type : kRtfTypes) {
         const QByteArray bytes = source.data(type);
@@ -30,10 +32,13 @@ std::optional<RichText> RtfIn(const QMimeData& source) {
     return std::nullopt;
 }
 
-RichText FromHtml(const QString& html, double dotsPerInch) {
+RichText FromHtml(const QString& html, const RichTextBase& base, double dotsPerInch) {
     QTextDocument foreign;
+    QFont font = foreign.defaultFont();
+    font.setPointSizeF(kDefaultPoints);
+    foreign.setDefaultFont(font);
     foreign.setHtml(html);
-    return RichTextOf(foreign, dotsPerInch);
+    return RichTextOf(foreign, base, dotsPerInch);
 }
 
 // What divides lines and columns, in plain text and in rich text alike.
@@ -64,11 +69,12 @@ bool CanTake(const QMimeData& source) {
     return source.hasHtml() || source.hasText() || source.hasImage();
 }
 
-std::optional<Incoming> IncomingFrom(const QMimeData& source, double dotsPerInch) {
+std::optional<Incoming> IncomingFrom(const QMimeData& source, const RichTextBase& base,
+                                     double dotsPerInch) {
     if (auto text = RtfIn(source)) return std::move(*text);
     bool pictureAlone = false;
     if (source.hasHtml()) {
-        RichText text = FromHtml(source.html(), dotsPerInch);
+        RichText text = FromHtml(source.html(), base, dotsPerInch);
         // Of a picture that was copied by itself, a browser gives the address as HTML.
         pictureAlone = source.hasImage() && !HasWords(text.Units());
         if (!pictureAlone) return text;

@@ -4,6 +4,7 @@
 #include <string>
 #include <variant>
 
+#include "platform/RichTextDocument.h"
 #include "platform/rtf/RichText.h"
 
 class QMimeData;
@@ -21,8 +22,9 @@ using Incoming = std::variant<RichText, std::u16string>;
 
 bool CanTake(const QMimeData& source);
 // The richest form that the source has: RTF, HTML, plain text, a picture. Nothing when it has none
-// of them.
-std::optional<Incoming> IncomingFrom(const QMimeData& source, double dotsPerInch);
+// of them. HTML is seldom particular about its font: the base is that of the place.
+std::optional<Incoming> IncomingFrom(const QMimeData& source, const RichTextBase& base,
+                                     double dotsPerInch);
 // The same for a box of one line: line ends before and behind it go, and text of several lines
 // comes plain, with a blank for each of its ends.
 Incoming InOneLine(const Incoming& incoming);

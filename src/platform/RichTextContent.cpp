@@ -142,7 +142,7 @@ Change RichTextContent::ReplaceSelection(const RichText& with) {
 
 Change RichTextContent::ReplaceSelection(std::u16string_view units) {
     CharFormat format = Formats().front();
-    RichText text(HasSelection() ? Document().Fonts()[format.font] : NextFont());
+    RichText text(NextFont());
     format.font = 0;
     const RichText::FormatIndex index = text.Intern(format);
     text.SetEndFormat(index);

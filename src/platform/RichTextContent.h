@@ -65,7 +65,7 @@ class RichTextContent {
     // Never empty.
     std::vector<CharFormat> Formats() const;
     std::vector<ParaFormat> Layouts() const;
-    // The format of what is typed next, for an empty selection.
+    // The format of what is typed next, at the caret or in the place of the selection.
     CharFormat Next() const { return Formats().front(); }
     RichFont NextFont() const { return next_.font.value_or(Document().Fonts()[Next().font]); }
 

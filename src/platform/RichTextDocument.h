@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -45,8 +46,15 @@ class RichTextDocument {
     std::vector<RichPicture> pictures_;  // all since the last Build: Undo may bring them back
 };
 
+// What text of other programs that names no font or no size has in their place.
+struct RichTextBase {
+    RichFont font;
+    std::uint16_t halfPoints = 24;
+};
+
 // Text of other programs: lists with their labels, cells of a table divided by tabs, without
-// pictures.
-RichText RichTextOf(const QTextDocument& foreign, double dotsPerInch);
+// pictures. Headings and the like are larger or smaller than the base as they are to the default
+// font of that document, which is in points.
+RichText RichTextOf(const QTextDocument& foreign, const RichTextBase& base, double dotsPerInch);
 
 }  // namespace larder

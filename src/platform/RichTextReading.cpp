@@ -1,9 +1,11 @@
+#include <QFont>
 #include <QString>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextList>
 #include <QTextTable>
+#include <cmath>
 #include <unordered_map>
 
 #include "platform/RichTextDocument.h"
@@ -17,8 +19,8 @@ namespace {
 // Builds a text from the blocks of a document.
 class Reader {
   public:
-    Reader(RichText& text, double dotsPerInch, const std::vector<RichPicture>* pictures)
-        : text_(text), dotsPerInch_(dotsPerInch), pictures_(pictures) {}
+    Reader(RichText& text, double dotsPerInch) : text_(text), dotsPerInch_(dotsPerInch) {}
+    virtual ~Reader() = default;
 
     void Layout(const QTextBlockFormat& format) {
         text_.SetParagraphFormat(text_.Intern(ParaFormatOf(format)));
@@ -27,11 +29,7 @@ class Reader {
     // Formats come by their number in Qt's own table, so that each is converted once.
     RichText::FormatIndex Format(const QTextCharFormat& format, int number) {
         const auto [entry, isNew] = formats_.try_emplace(number, 0);
-        if (isNew) {
-            const bool foreign = pictures_ == nullptr;
-            entry->second =
-                text_.Intern(CharFormatOf(foreign ? OnPaper(format) : format, text_, dotsPerInch_));
-        }
+        if (isNew) entry->second = text_.Intern(Converted(format));
         return entry->second;
     }
 
@@ -68,20 +66,81 @@ class Reader {
                           Format(cursor.blockCharFormat(), next.charFormatIndex()));
     }
 
+  protected:
+    virtual CharFormat Converted(const QTextCharFormat& native) {
+        return CharFormatOf(native, text_, dotsPerInch_);
+    }
+    virtual void Pictures(const QTextCharFormat& native, RichText::FormatIndex format,
+                          int count) = 0;
+
+    RichText& text_;
+
   private:
-    void Pictures(const QTextCharFormat& native, RichText::FormatIndex format, int count) {
-        if (pictures_ == nullptr || !native.hasProperty(kPictureProperty)) return;
+    double dotsPerInch_;
+    std::unordered_map<int, RichText::FormatIndex> formats_;
+};
+
+// That of a box, with the pictures that it was given.
+class OwnReader : public Reader {
+  public:
+    OwnReader(RichText& text, double dotsPerInch, const std::vector<RichPicture>& pictures)
+        : Reader(text, dotsPerInch), pictures_(pictures) {}
+
+  private:
+    void Pictures(const QTextCharFormat& native, RichText::FormatIndex format, int count) override {
+        if (!native.hasProperty(kPictureProperty)) return;
         const auto number = static_cast<std::size_t>(native.intProperty(kPictureProperty));
         for (int i = 0; i < count; ++i) {
-            text_.AppendPicture(number < pictures_->size() ? (*pictures_)[number] : RichPicture(),
+            text_.AppendPicture(number < pictures_.size() ? pictures_[number] : RichPicture(),
                                 format);
         }
     }
 
-    RichText& text_;
-    double dotsPerInch_;
-    const std::vector<RichPicture>* pictures_;
-    std::unordered_map<int, RichText::FormatIndex> formats_;
+    const std::vector<RichPicture>& pictures_;
+};
+
+// That of another program.
+class ForeignReader : public Reader {
+  public:
+    ForeignReader(RichText& text, const RichTextBase& base, double defaultPoints,
+                  double dotsPerInch)
+        : Reader(text, dotsPerInch), base_(base), defaultPoints_(defaultPoints) {}
+
+    std::u16string LabelOf(const QTextBlock& block) const {
+        const QTextList* list = block.textList();
+        if (list == nullptr) return {};
+        switch (list->format().style()) {
+            case QTextListFormat::ListStyleUndefined:
+                return {};
+            case QTextListFormat::ListDisc:
+            case QTextListFormat::ListCircle:
+            case QTextListFormat::ListSquare:
+                return u"\u2022\t";
+            default:
+                return list->itemText(block).toStdU16String() + u'\t';
+        }
+    }
+
+  private:
+    CharFormat Converted(const QTextCharFormat& native) override {
+        CharFormat format = Reader::Converted(OnPaper(native));
+        const auto has = [&native](QTextFormat::Property property) {
+            return native.hasProperty(property);
+        };
+        if (!has(QTextFormat::FontFamilies)) format.font = text_.InternFont(base_.font);
+        if (has(QTextFormat::FontPointSize) || has(QTextFormat::FontPixelSize)) return format;
+        double size = base_.halfPoints;
+        if (has(QTextFormat::FontSizeAdjustment)) {
+            size *= native.font().pointSizeF() / defaultPoints_;
+        }
+        format.halfPoints = static_cast<std::uint16_t>(std::lround(size));
+        return format;
+    }
+
+    void Pictures(const QTextCharFormat&, RichText::FormatIndex, int) override {}
+
+    const RichTextBase& base_;
+    double defaultPoints_;
 };
 
 RichText WithFontsOf(const RichText& other) {
@@ -110,7 +169,7 @@ bool StartsCellOfSameRow(const QTextBlock& block) {
 
 RichText RichTextDocument::Read(const RichText& before, bool endTyped) const {
     RichText text = WithFontsOf(before);
-    Reader reader(text, dotsPerInch_, &pictures_);
+    OwnReader reader(text, dotsPerInch_, pictures_);
     for (QTextBlock block = document_.begin(); block.isValid(); block = block.next()) {
         if (block.blockNumber() > 0) reader.Break(block);
         reader.Layout(block.blockFormat());
@@ -128,9 +187,9 @@ RichText RichTextDocument::Read(const RichText& before, bool endTyped) const {
     return text;
 }
 
-RichText RichTextOf(const QTextDocument& foreign, double dotsPerInch) {
-    RichText text;
-    Reader reader(text, dotsPerInch, nullptr);
+RichText RichTextOf(const QTextDocument& foreign, const RichTextBase& base, double dotsPerInch) {
+    RichText text(base.font);
+    ForeignReader reader(text, base, foreign.defaultFont().pointSizeF(), dotsPerInch);
     for (QTextBlock block = foreign.begin(); block.isValid(); block = block.next()) {
         const RichText::FormatIndex start =
             reader.Format(QTextCursor(block).charFormat(), -1 - block.blockNumber());
@@ -142,11 +201,10 @@ RichText RichTextOf(const QTextDocument& foreign, double dotsPerInch) {
             }
         }
         reader.Layout(block.blockFormat());
-        if (const QTextList* list = block.textList()) {
-            reader.Units((list->itemText(block) + QLatin1Char('\t')).toStdU16String(), start);
-        }
+        reader.Units(reader.LabelOf(block), start);
         reader.Contents(block);
     }
+    text.SetEndFormat(text.Intern(CharFormat{0, base.halfPoints}));
     return text;
 }
 

@@ -387,10 +387,10 @@ bool RichTextWidget::Widget::canInsertFromMimeData(const QMimeData* source) cons
 
 void RichTextWidget::Widget::insertFromMimeData(const QMimeData* source) {
     if (!(textInteractionFlags() & Qt::TextEditable)) return;
-    auto incoming = IncomingFrom(*source, logicalDpiY());
+    host_->TakesMime();
+    auto incoming = IncomingFrom(*source, host_->BaseOfIncoming(), logicalDpiY());
     if (!incoming) return;
     if (oneLine_) incoming = InOneLine(*incoming);
-    host_->TakesMime();
     std::visit([this](const auto& text) { host_->Insert(text); }, *incoming);
 }
 

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/RichTextDocument.h"
 #include "platform/rtf/RichText.h"
 
 class QKeyEvent;
@@ -35,6 +36,7 @@ class RichTextWidget {
         // Before what comes from there: a drop has moved the caret, and taken out what was dragged,
         // without telling of it yet.
         virtual void TakesMime() = 0;
+        virtual RichTextBase BaseOfIncoming() = 0;
         virtual void Insert(const RichText& text) = 0;
         virtual void Insert(std::u16string_view plain) = 0;
     };
