@@ -12,6 +12,7 @@
 #include "platform/Handlers.h"
 #include "platform/Native.h"
 #include "platform/RichTextFormats.h"
+#include "platform/RichTextPictureView.h"
 
 namespace larder {
 
@@ -36,6 +37,7 @@ QWidget* RichTextBox::Content::MakeWidget(QWidget* parent, const std::shared_ptr
     widget_ = std::make_unique<RichTextWidget>(parent, self);
     QTextEdit& edit = widget_->Edit();
     document_.emplace(*edit.document(), edit.logicalDpiY());
+    FitPicturesInto(*edit.document());
     return &edit;
 }
 

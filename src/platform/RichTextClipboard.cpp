@@ -27,7 +27,10 @@ std::optional<RichText> RtfIn(const QMimeData& source) {
     for (const QString& type : kRtfTypes) {
         const QByteArray bytes = source.data(type);
         auto text = ReadRtf({bytes.constData(), static_cast<std::size_t>(bytes.size())});
-        if (text) return text;
+        if (!text) continue;
+        for (std::size_t i = 0; i < text->Pictures().size(); ++i)
+            text->SetPicture(i, WithinLimits(text->Pictures()[i]));
+        return text;
     }
     return std::nullopt;
 }

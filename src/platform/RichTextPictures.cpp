@@ -3,8 +3,10 @@
 #include <QBuffer>
 #include <QByteArray>
 #include <QImage>
+#include <QSize>
 #include <QSizeF>
 #include <QtEndian>
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -18,6 +20,15 @@ namespace {
 
 constexpr int kFileHeader = 14;  // bytes before the bitmap in a bitmap file
 constexpr double kUnreadableSize = 32.0;
+
+// Of a picture that comes in. The pixels are those of the book's own photographs: three to each of
+// the page's at the largest size below, enough for print and for any screen, where those of a
+// camera would make the text of a recipe some hundred megabytes long. The size on the screen is
+// what the page of the main window has room for in its width, and the editor's sheet in its height,
+// when the screen has 1024 x 768.
+constexpr QSize kMostPixels(1280, 960);
+constexpr QSizeF kMostShown(384, 400);
+constexpr int kJpegQuality = 90;
 
 // How far behind the start of a bitmap its pixels begin: behind the header and its colour table.
 quint32 PixelOffset(const QByteArray& dib) {
@@ -40,6 +51,46 @@ QImage ImageOfDib(const QByteArray& dib) {
     qToLittleEndian(static_cast<quint32>(dib.size() + kFileHeader), bytes + 2);
     qToLittleEndian(PixelOffset(dib) + kFileHeader, bytes + 10);
     return QImage::fromData(file + dib, "BMP");
+}
+
+bool IsWithin(const QSizeF& size, const QSizeF& limit) {
+    return size.width() <= limit.width() && size.height() <= limit.height();
+}
+
+// The image itself where it is within the limit.
+QImage WithinLimits(const QImage& image) {
+    const bool alpha = image.hasAlphaChannel();
+    const QImage plain = image.depth() > 32 ? image.convertToFormat(alpha ? QImage::Format_ARGB32
+                                                                          : QImage::Format_RGB32)
+                                            : image;
+    if (IsWithin(plain.size(), kMostPixels)) return plain;
+    return plain.scaled(kMostPixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+}
+
+QSizeF WithinLimits(const QSizeF& size) {
+    return IsWithin(size, kMostShown) ? size : size.scaled(kMostShown, Qt::KeepAspectRatio);
+}
+
+void SetImage(RichPicture& picture, const QImage& image, PictureKind kind) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    if (kind == PictureKind::Jpeg) {
+        image.save(&buffer, "JPG", kJpegQuality);
+    } else {
+        image.save(&buffer, "PNG");
+    }
+    picture.kind = kind;
+    picture.bytes = std::make_shared<const std::string>(bytes.constData(),
+                                                        static_cast<std::size_t>(bytes.size()));
+}
+
+void SetSize(RichPicture& picture, const QSizeF& pixels) {
+    const auto twips = [](double side) {
+        return std::max(static_cast<std::int32_t>(std::lround(side * TwipsPerPixel)), 1);
+    };
+    picture.goalWidth = twips(pixels.width());
+    picture.goalHeight = twips(pixels.height());
 }
 
 }  // namespace
@@ -82,16 +133,24 @@ QSizeF ShownSize(const RichPicture& picture, const QImage& image) {
 }
 
 RichPicture PictureOf(const QImage& image) {
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
     RichPicture picture;
-    picture.kind = PictureKind::Png;
-    picture.bytes =
-        std::make_shared<const std::string>(png.constData(), static_cast<std::size_t>(png.size()));
-    picture.goalWidth = static_cast<std::int32_t>(image.width() * TwipsPerPixel);
-    picture.goalHeight = static_cast<std::int32_t>(image.height() * TwipsPerPixel);
+    SetImage(picture, WithinLimits(image), PictureKind::Png);
+    SetSize(picture, WithinLimits(QSizeF(image.size())));
+    return picture;
+}
+
+RichPicture WithinLimits(RichPicture picture) {
+    const QImage image = ImageOf(picture);
+    const QSizeF size = ShownSize(picture, image);
+    const QImage kept = WithinLimits(image);
+    const bool isLimited = kept.cacheKey() != image.cacheKey();
+    if (isLimited) {
+        const bool photograph = picture.kind == PictureKind::Jpeg;
+        SetImage(picture, kept, photograph ? PictureKind::Jpeg : PictureKind::Png);
+    }
+    if (const QSizeF shown = WithinLimits(size); isLimited || shown != size) {
+        SetSize(picture, shown);
+    }
     return picture;
 }
 

@@ -14,7 +14,9 @@ QImage ImageOf(const RichPicture& picture);
 // The size on the screen in pixels: the goal of the document, else the picture's own.
 QSizeF ShownSize(const RichPicture& picture, const QImage& image);
 
-// A picture of the clipboard, as a document keeps it.
+// A picture of the clipboard as a document keeps it, and one that came in with other text. Neither
+// has more pixels than the page can use, and each is shown small enough to be seen whole.
 RichPicture PictureOf(const QImage& image);
+RichPicture WithinLimits(RichPicture picture);
 
 }  // namespace larder

@@ -183,13 +183,18 @@ void RichText::Append(std::u16string_view text, FormatIndex format) {
     paragraphs_.back().length += static_cast<std::uint32_t>(text.size());
 }
 
-void RichText::AppendPicture(RichPicture picture, FormatIndex format) {
+void RichText::SetPicture(std::size_t index, RichPicture picture) {
     picture.goalWidth = Within(picture.goalWidth, 0, kMostTwips);
     picture.goalHeight = Within(picture.goalHeight, 0, kMostTwips);
     if (!picture.bytes || picture.bytes->empty()) picture.kind = PictureKind::Placeholder;
     if (picture.kind == PictureKind::Placeholder) picture.bytes.reset();
+    pictures_[index] = std::move(picture);
+}
+
+void RichText::AppendPicture(RichPicture picture, FormatIndex format) {
     runs_.push_back({1, format, static_cast<std::int32_t>(pictures_.size())});
-    pictures_.push_back(std::move(picture));
+    pictures_.emplace_back();
+    SetPicture(pictures_.size() - 1, std::move(picture));
     units_ += kPictureUnit;
     ++paragraphs_.back().length;
 }

@@ -98,6 +98,8 @@ class RichText {
     // the building.
     void LayLines();
     void SetEndFormat(FormatIndex format) { endFormat_ = format; }
+    // Shows another picture in the place of the one with this index in Pictures().
+    void SetPicture(std::size_t index, RichPicture picture);
     void Reserve(std::size_t units) { units_.reserve(units); }
 
     // The unit itself, or a blank for one that must not stand in a text.

@@ -1,0 +1,208 @@
+#include "platform/RichTextPictures.h"
+
+#include <QApplication>
+#include <QBuffer>
+#include <QClipboard>
+#include <QImage>
+#include <QMimeData>
+#include <QTextBlock>
+#include <QTextLayout>
+#include <random>
+
+#include "behaviour/support/EditorBook.h"
+#include "behaviour/support/RichTextBoxFixture.h"
+#include "platform/rtf/Rtf.h"
+
+namespace larder::test {
+namespace {
+
+// Of a photograph, the worst to compress: noise.
+QImage Noise(int width, int height, QImage::Format format = QImage::Format_RGB32) {
+    QImage image(width, height, format);
+    std::mt19937 random(1);
+    for (int y = 0; y < height; ++y) {
+        auto* line = reinterpret_cast<std::uint32_t*>(image.scanLine(y));
+        for (int i = 0; i < image.bytesPerLine() / 4; ++i)
+            line[i] = static_cast<std::uint32_t>(random());
+    }
+    return image;
+}
+
+QByteArray Encoded(const QImage& image, const char* format) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    EXPECT_TRUE(image.save(&buffer, format));
+    return bytes;
+}
+
+QByteArray RtfWith(const QImage& image, const char* format, int goalWidth, int goalHeight) {
+    return QByteArray("{\\rtf1 a{\\pict\\") + (format[0] == 'J' ? "jpegblip" : "pngblip") +
+           "\\picwgoal" + QByteArray::number(goalWidth) + "\\pichgoal" +
+           QByteArray::number(goalHeight) + " " + Encoded(image, format).toHex() + "}b}";
+}
+
+class APastedPicture : public RichTextBoxTest {
+  protected:
+    void Paste(const QImage& image) {
+        QApplication::clipboard()->setImage(image);
+        PasteClipboard();
+    }
+    void PasteRtf(const QByteArray& rtf) {
+        auto* mime = new QMimeData;
+        mime->setData("text/rtf", rtf);
+        QApplication::clipboard()->setMimeData(mime);
+        PasteClipboard();
+    }
+    RichPicture Stored() {
+        const RichText text = *ReadRtf(box_.TextRTF());
+        EXPECT_EQ(text.Pictures().size(), 1U);
+        return text.Pictures().empty() ? RichPicture() : text.Pictures().front();
+    }
+    static QSize Goal(const RichPicture& picture) {
+        return {picture.goalWidth / 15, picture.goalHeight / 15};
+    }
+
+  private:
+    void PasteClipboard() {
+        Show();
+        Press(Qt::Key_A, Qt::ControlModifier);
+        Press(Qt::Key_V, Qt::ControlModifier);
+    }
+};
+
+TEST_F(APastedPicture, OfACameraHasThePixelsOfTheBooksPhotographs) {
+    Paste(Noise(2560, 1920));
+    EXPECT_EQ(ImageOf(Stored()).size(), QSize(1280, 960));
+    EXPECT_EQ(Goal(Stored()), QSize(384, 288));
+    Paste(Noise(1500, 2000));
+    EXPECT_EQ(ImageOf(Stored()).size(), QSize(720, 960));
+    EXPECT_EQ(Goal(Stored()), QSize(300, 400));
+}
+
+TEST_F(APastedPicture, OfTheFinestColoursMakesNoLongText) {
+    Paste(Noise(1600, 1200, QImage::Format_RGBA64));
+    EXPECT_LT(box_.TextRTF().size(), 12'000'000U);
+    Paste(Noise(1280, 960, QImage::Format_RGBA64));
+    EXPECT_LT(box_.TextRTF().size(), 12'000'000U);
+}
+
+TEST_F(APastedPicture, ThatIsSmallStaysAsItIs) {
+    const QImage image = Noise(300, 200);
+    Paste(image);
+    EXPECT_EQ(ImageOf(Stored()).convertToFormat(QImage::Format_RGB32), image);
+    EXPECT_EQ(Goal(Stored()), QSize(300, 200));
+}
+
+TEST_F(APastedPicture, ThatIsAsLargeAsAPhotographOfTheBookKeepsItsPixels) {
+    const QImage image = Noise(1280, 960);
+    Paste(image);
+    EXPECT_EQ(ImageOf(Stored()).convertToFormat(QImage::Format_RGB32), image);
+    EXPECT_EQ(Goal(Stored()), QSize(384, 288));
+}
+
+TEST_F(APastedPicture, ThatIsALineIsStillThere) {
+    Paste(Noise(5000, 1));
+    EXPECT_EQ(ImageOf(Stored()).size(), QSize(1280, 1));
+    EXPECT_EQ(Stored().goalWidth, 384 * 15);
+    EXPECT_GT(Stored().goalHeight, 0);
+}
+
+TEST_F(APastedPicture, InRichTextIsLimitedAlike) {
+    PasteRtf(RtfWith(Noise(1600, 1200), "JPG", 24000, 18000));
+    EXPECT_EQ(box_.Text(), "a b");
+    EXPECT_EQ(Stored().kind, PictureKind::Jpeg);
+    EXPECT_EQ(ImageOf(Stored()).size(), QSize(1280, 960));
+    EXPECT_EQ(Goal(Stored()), QSize(384, 288));
+    PasteRtf(RtfWith(Noise(1600, 1200), "PNG", 1500, 1125));
+    EXPECT_EQ(ImageOf(Stored()).size(), QSize(1280, 960));
+    EXPECT_EQ(Goal(Stored()), QSize(100, 75)) << "shown as small as it came";
+    PasteRtf(RtfWith(Noise(100, 100), "PNG", 15000, 7500));
+    EXPECT_EQ(ImageOf(Stored()).size(), QSize(100, 100));
+    EXPECT_EQ(Goal(Stored()), QSize(384, 192)) << "the proportions of the text";
+}
+
+TEST_F(APastedPicture, InRichTextThatIsSmallIsKeptByteForByte) {
+    const QImage image = Noise(30, 20);
+    PasteRtf(RtfWith(image, "PNG", 0, 0));
+    EXPECT_EQ(*Stored().bytes, Encoded(image, "PNG").toStdString());
+    EXPECT_EQ(Stored().goalWidth, 0);
+    PasteRtf("{\\rtf1 a{\\pict\\pngblip\\picwgoal300\\pichgoal150 89504e47}b}");
+    EXPECT_EQ(*Stored().bytes, "\x89PNG") << "one that cannot be read";
+    EXPECT_EQ(Stored().goalWidth, 300);
+}
+
+// Where the pictures of a text stand on the screen.
+class APictureOfAText : public RichTextBoxTest {
+  protected:
+    double ShownWidth() {
+        Edit().viewport()->repaint();
+        const QTextLine line = Edit().document()->begin().layout()->lineAt(0);
+        return line.naturalTextWidth();
+    }
+    double Room() { return Edit().viewport()->width() - 2 * 4; }
+};
+
+TEST_F(APictureOfAText, WiderThanTheBoxIsShownInItsWidthAndKeptAsItIs) {
+    const QByteArray rtf = RtfWith(Noise(20, 10), "PNG", 30000, 15000).replace(" a{", "{");
+    box_.SetTextRTF(rtf.toStdString());
+    const std::string before = box_.TextRTF();
+    Show();
+    EXPECT_NEAR(Edit().document()->begin().layout()->lineAt(0).naturalTextWidth(), Room(), 1);
+    EXPECT_NEAR(Edit().document()->begin().layout()->lineAt(0).height(), Room() / 2, 12);
+    box_.Move({0, 0, 3000, 1500});
+    EXPECT_NEAR(ShownWidth(), Room(), 1) << "in a narrower box";
+    box_.Move({0, 0, 9000, 1500});
+    EXPECT_NEAR(ShownWidth(), Room(), 1) << "in a wider one";
+    Press(Qt::Key_End, Qt::ControlModifier);
+    Type("x");
+    Press(Qt::Key_Backspace);
+    EXPECT_EQ(box_.TextRTF(), before);
+}
+
+TEST_F(APictureOfAText, IsDrawnInItsColours) {
+    QImage image(20, 10, QImage::Format_RGB32);
+    for (const Qt::GlobalColor colour : {Qt::red, Qt::blue}) {
+        image.fill(colour);
+        box_.SetTextRTF(RtfWith(image, "PNG", 600, 300).toStdString());
+        Show();
+        const QImage screen = Edit().viewport()->grab().toImage();
+        const QRect caret = Edit().cursorRect(QTextCursor(Edit().document()->begin()));
+        const QPoint place = caret.bottomLeft() + QPoint(20, -12);
+        EXPECT_EQ(screen.pixelColor(place), QColor(colour)) << "the second has the first's name";
+    }
+}
+
+// The windows as large as they are on a screen of 1024 x 768.
+class APictureInARecipe : public EditorBook {
+  protected:
+    static QSize RoomIn(const RichTextBox& box) {
+        const auto* edit = qobject_cast<QTextEdit*>(box.Native());
+        return edit->viewport()->size() - QSize(2 * 4, 2 * 4);
+    }
+};
+
+TEST_F(APictureInARecipe, IsSeenWholeOnTheSheetAndOnThePage) {
+    Main().ui.window.SetClientSize(1024 * 15, 749 * 15);
+    Main().viewer.ShowRecipe(1);
+    OpenNew();
+    Editor().window.SetClientSize(880 * 15, 644 * 15);
+    Application::DoEvents();
+    RichTextBox& sheet = Editor().rtbRecipe;
+    for (const QSize size : {QSize(1600, 900), QSize(900, 1600)}) {
+        QApplication::clipboard()->setImage(Noise(size.width(), size.height()));
+        sheet.SetText("");
+        sheet.SetFocus();
+        Ctrl(Qt::Key_V);
+        const RichPicture picture = ReadRtf(sheet.TextRTF())->Pictures().at(0);
+        const QSize shown(picture.goalWidth / 15, picture.goalHeight / 15);
+        for (const RichTextBox* box : {&sheet, &Main().ui.rtbSee}) {
+            const QSize room = RoomIn(*box);
+            EXPECT_EQ(shown.boundedTo(room), shown)
+                << box->Name() << " " << room.width() << " x " << room.height();
+        }
+    }
+}
+
+}  // namespace
+}  // namespace larder::test
