@@ -235,8 +235,8 @@ void RichTextWidget::Widget::paintEvent(QPaintEvent* event) {
 void RichTextWidget::Widget::keyPressEvent(QKeyEvent* event) {
     if (host_->ConsumesKey(*event)) {
         event->accept();
-    } else if (event->matches(QKeySequence::Undo)) {
-        if (textInteractionFlags() & Qt::TextEditable) host_->Undo();
+    } else if (!isReadOnly() && event->matches(QKeySequence::Undo)) {
+        host_->Undo();
     } else if (IsRedo(*event)) {
         if (textInteractionFlags() & Qt::TextEditable) host_->Redo();
     } else if (const QString typed = TypedText(*event); TypesByHost(typed)) {

@@ -30,6 +30,20 @@ TEST(RichText, AnEmptyDocumentHasOneEmptyParagraph) {
     EXPECT_TRUE(document.Runs().empty());
 }
 
+TEST(RichText, APictureIsReplacedInItsPlace) {
+    RichText document = Read("a{\\pict\\pngblip 01}b{\\pict\\pngblip 02}");
+    RichPicture other;
+    other.kind = PictureKind::Jpeg;
+    other.bytes = std::make_shared<const std::string>("\x03");
+    other.goalWidth = kMostTwips + 1;
+    document.SetPicture(0, other);
+    EXPECT_EQ(document.Text(), "a b ");
+    EXPECT_EQ(*document.Pictures().at(0).bytes, "\x03");
+    EXPECT_EQ(document.Pictures().at(0).kind, PictureKind::Jpeg);
+    EXPECT_EQ(document.Pictures().at(0).goalWidth, kMostTwips);
+    EXPECT_EQ(*document.Pictures().at(1).bytes, "\x02");
+}
+
 TEST(RichText, PlainTextBreaksAtCrLfCrAndLf) {
     const RichText document = RichText::FromPlain("a\r\nb\rc\nd\r\re");
     EXPECT_EQ(Describe(document), "a|b|c|d||e");
