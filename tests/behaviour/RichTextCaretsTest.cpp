@@ -7,8 +7,10 @@
 #include <QSignalBlocker>
 #include <QTextCursor>
 #include <QTextEdit>
+#include <random>
 
 #include "behaviour/support/EditorBook.h"
+#include "support/Seed.h"
 
 namespace larder {
 namespace {
@@ -206,6 +208,51 @@ TEST_F(TheCaretAfterUndo, IsNotThatOfAStepThatCannotBeMadeAgain) {
     CaretAt(10 * Line);
     Type("a");
     ExpectCarets(10 * Line, 10 * Line + 1, "typing");
+}
+
+// Whatever the cook has done: behind the caret stands what stood there before the step.
+TEST_F(TheCaretAfterUndo, IsAtTheEndOfTheChangeInAnyHistory) {
+    std::mt19937 random(test::Seed());
+    const auto below = [&random](int limit) {
+        return std::uniform_int_distribution(0, limit - 1)(random);
+    };
+    const auto act = [&] {
+        Select(below(static_cast<int>(Box().Text().size()) + 1), below(2) * below(40));
+        switch (below(7)) {
+            case 0:
+                return Type("big fish");
+            case 1:
+                return Press(Qt::Key_Return);
+            case 2:
+                return Press(Qt::Key_Delete);
+            case 3:
+                return Press(Qt::Key_Backspace);
+            case 4:
+                Clip("text/rtf", "{\\rtf1\\qr one\\par\\b two}");
+                return Ctrl(Qt::Key_V);
+            case 5:
+                return ClickOn(Editor().ibItalic);
+            default:
+                return ClickOn(below(2) == 0 ? Editor().ibCenter : Editor().ibLeft);
+        }
+    };
+    Box().SetText("Salt the fish\r\n\r\nBake it\r\n");
+    for (int step = 0; step < 150; ++step) {
+        const int kind = below(10);
+        if (kind < 5) {
+            act();
+            continue;
+        }
+        const std::string before = Box().Text();
+        kind < 8 ? Undo() : Redo();
+        const std::string after = Box().Text();
+        if (before == after) continue;
+        const std::string behind = after.substr(static_cast<std::size_t>(Box().SelStart()));
+        ASSERT_TRUE(before.ends_with(behind))
+            << step << (kind < 8 ? " undo: [" : " redo: [") << before << "] to [" << after
+            << "] at " << Box().SelStart();
+        ASSERT_EQ(Box().SelLength(), 0);
+    }
 }
 
 TEST_F(TheCaretAfterUndo, ByTheMenuOfTheBoxIsTheSame) {
