@@ -243,6 +243,7 @@ void ImageButton::SetDesign(Design design) {
 void ImageButton::SetButtonState(std::int32_t state) {
     if (state == state_) return;
     state_ = state;
+    TellFocusPolicy();
     Mine()->TellState();
 }
 
@@ -260,7 +261,16 @@ void ImageButton::TellCaption() {
 }
 
 void ImageButton::SetFocusOnClick(bool takes) {
-    Mine()->setFocusPolicy(takes ? Qt::StrongFocus : Qt::TabFocus);
+    focusOnClick_ = takes;
+    TellFocusPolicy();
+}
+
+// A button that has the focus keeps it: the user goes on from there.
+void ImageButton::TellFocusPolicy() {
+    int policy = Qt::NoFocus;
+    if (state_ != Disabled) policy |= Qt::TabFocus;
+    if (focusOnClick_) policy |= Qt::ClickFocus;
+    Mine()->setFocusPolicy(static_cast<Qt::FocusPolicy>(policy));
 }
 
 ImageButton::Look ImageButton::CurrentLook() const {

@@ -16,7 +16,8 @@ namespace larder {
 // ends without one (the button is hidden, the window loses the mouse); then Click, if the left
 // button was released over it. There is one press at a time. A disabled look does not stop the
 // events: handlers guard themselves. Space presses as the left mouse button does, Enter clicks; a
-// button takes the focus by Tab, and by the mouse unless SetFocusOnClick(false).
+// button takes the focus by Tab unless it looks disabled, and by the mouse unless
+// SetFocusOnClick(false).
 class ImageButton : public Control {
   public:
     // Design-time properties.
@@ -54,8 +55,10 @@ class ImageButton : public Control {
     class Accessible;
     Widget* Mine() const;
     void TellCaption();
+    void TellFocusPolicy();
     Design design_;
     std::int32_t state_ = Up;
+    bool focusOnClick_ = true;
     bool pressed_ = false;  // a mouse button is held on it, or Space
 };
 

@@ -306,6 +306,35 @@ TEST_F(AButton, TakesTheFocusByTheMouseUnlessToldNotTo) {
     EXPECT_TRUE(button_.HasFocus());
 }
 
+TEST_F(AButton, IsNoTabStopWhileItIsDisabled) {
+    CheckBox third(window, "third");
+    third.Move({150, 2000, 1500, 300});
+    Show();
+    const auto tab = [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab); };
+    for (const bool byClick : {true, false}) {
+        button_.SetFocusOnClick(byClick);
+        button_.SetButtonState(ImageButton::Disabled);
+        third.SetFocus();
+        tab();
+        EXPECT_TRUE(other_.HasFocus()) << byClick;
+        button_.SetButtonState(ImageButton::Latched);
+        third.SetFocus();
+        tab();
+        EXPECT_TRUE(button_.HasFocus()) << byClick;
+    }
+}
+
+TEST_F(AButton, DisabledWhileItHasTheFocusKeepsItUntilTheUserGoesOn) {
+    Show();
+    button_.SetFocus();
+    button_.SetButtonState(ImageButton::Disabled);
+    EXPECT_TRUE(button_.HasFocus());
+    QTest::keyClick(Native(), Qt::Key_Space);
+    EXPECT_EQ(events_, "Down1 Up1 Click ") << "a look stops no events";
+    QTest::keyClick(Native(), Qt::Key_Tab);
+    EXPECT_TRUE(other_.HasFocus());
+}
+
 TEST_F(AButton, ShowsAFocusRingForTheKeyboardAndNoneForTheMouse) {
     Design(true);
     Show();

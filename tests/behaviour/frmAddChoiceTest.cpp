@@ -273,16 +273,23 @@ TEST_F(ChoiceDialog, TheMarkedLetterWithAltPressesItsButton) {
     EXPECT_FALSE(IsFavorite(3));
 }
 
-TEST_F(ChoiceDialog, TabGoesThroughTheButtonsFromTheFirst) {
-    std::vector<std::string> order;
-    OpenAnd([&] {
-        for (int i = 0; i < 6; ++i) {
-            order.push_back(Focus());
-            Press(Qt::Key_Tab);
-        }
-    });
-    EXPECT_EQ(order, (std::vector<std::string>{"ibAddNewRecipe", "ibAddToFavorites", "ibEdit",
-                                               "ibDelete", "CancelButton", "ibAddNewRecipe"}));
+TEST_F(ChoiceDialog, TabGoesThroughTheOpenButtonsFromTheFirst) {
+    const auto order = [&](std::int32_t current) {
+        std::vector<std::string> names;
+        SetCurrent(current);
+        OpenAnd([&] {
+            do {
+                names.push_back(Focus());
+                Press(Qt::Key_Tab);
+            } while (Focus() != "ibAddNewRecipe" && names.size() < 10);
+        });
+        return names;
+    };
+    EXPECT_EQ(order(5), (std::vector<std::string>{"ibAddNewRecipe", "ibAddToFavorites", "ibEdit",
+                                                  "ibDelete", "CancelButton"}));
+    EXPECT_EQ(order(3),
+              (std::vector<std::string>{"ibAddNewRecipe", "ibAddToFavorites", "CancelButton"}));
+    EXPECT_EQ(order(-1), (std::vector<std::string>{"ibAddNewRecipe", "CancelButton"}));
 }
 
 TEST_F(ChoiceDialog, EnterPressesTheButtonWithTheFocus) {

@@ -364,7 +364,7 @@ TEST_F(TheEditor, InTheRecipeTabIsTextAndCtrlTabLeadsToTheTools) {
     EXPECT_EQ(EditorFocus(), "ibPaste");
 }
 
-TEST_F(TheEditor, EveryButtonIsReachedByTab) {
+TEST_F(TheEditor, EveryOpenButtonIsReachedByTab) {
     OpenNew();
     Editor().ibPaste.SetFocus();
     std::vector<std::string> reached;
@@ -372,10 +372,10 @@ TEST_F(TheEditor, EveryButtonIsReachedByTab) {
         reached.push_back(EditorFocus());
         Press(Qt::Key_Tab);
     }
-    EXPECT_EQ(reached,
-              (std::vector<std::string>{"ibPaste", "ibBold", "ibItalic", "ibUnderline", "ibLeft",
-                                        "ibCenter", "ibRight", "ibSpell", "ibPrint",
-                                        "ibAssignPicture", "ibAdd", "ibCancel"}));
+    EXPECT_EQ(reached, (std::vector<std::string>{"ibPaste", "ibBold", "ibItalic", "ibUnderline",
+                                                 "ibLeft", "ibCenter", "ibRight", "ibAssignPicture",
+                                                 "ibAdd", "ibCancel"}))
+        << "and those that are dimmed are passed over";
 }
 
 TEST_F(TheEditor, NothingOverlapsOrLeavesTheWindowAtAnySize) {
