@@ -39,6 +39,10 @@ QPalette HousePalette() {
     palette.setColor(QPalette::Text, NativeColor(house::Ink));
     palette.setColor(QPalette::WindowText, NativeColor(house::Ink));
     palette.setColor(QPalette::ButtonText, NativeColor(house::Ink));
+    for (const QPalette::ColorRole text :
+         {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, text, NativeColor(house::PaleInk));
+    }
     palette.setColor(QPalette::Highlight, NativeColor(house::SlateBlue));
     palette.setColor(QPalette::HighlightedText, NativeColor(house::Paper));
     palette.setColor(QPalette::ToolTipBase, QColor(0xFF, 0xFC, 0xF4));

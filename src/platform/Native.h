@@ -57,6 +57,7 @@ inline constexpr std::int32_t Navy = 0x4A3012;
 inline constexpr std::int32_t Brass = 0x3C9BC8;
 inline constexpr std::int32_t Paper = 0xE4F4FB;
 inline constexpr std::int32_t Ink = 0x20232B;
+inline constexpr std::int32_t PaleInk = 0x7F8890;  // what cannot be done now
 inline constexpr std::int32_t PaleBar = 0xD5CBBF;  // the bar of a list without the focus
 }  // namespace house
 

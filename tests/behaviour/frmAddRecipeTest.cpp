@@ -1,8 +1,10 @@
 #include "edit/frmAddRecipe.h"
 
 #include <QAccessible>
+#include <QContextMenuEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <algorithm>
 
 #include "behaviour/support/EditorBook.h"
 
@@ -376,6 +378,43 @@ TEST_F(TheEditor, EveryOpenButtonIsReachedByTab) {
                                                  "ibLeft", "ibCenter", "ibRight", "ibAssignPicture",
                                                  "ibAdd", "ibCancel"}))
         << "and those that are dimmed are passed over";
+}
+
+TEST_F(TheEditor, TheContextMenuOfABoxPalesWhatCannotBeDone) {
+    OpenNew();
+    QWidget* box = Editor().rtbRecipe.Native();
+    QTest::mouseClick(Focused(), Qt::RightButton);
+    QContextMenuEvent asked(QContextMenuEvent::Mouse, {20, 20}, box->mapToGlobal(QPoint(20, 20)));
+    QApplication::sendEvent(box->findChild<QWidget*>("qt_scrollarea_viewport"), &asked);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    const QImage look = menu->grab().toImage();
+    // How dark the darkest spot of an entry is, from 0 for black.
+    const auto darkest = [&](const QAction* action) {
+        const QRect place = menu->actionGeometry(const_cast<QAction*>(action));
+        int found = 255;
+        for (int y = place.top(); y <= place.bottom(); ++y) {
+            for (int x = place.left(); x <= place.right(); ++x)
+                found = std::min(found, qGray(look.pixel(x, y)));
+        }
+        return found;
+    };
+    int open = 0;
+    int shut = 0;
+    for (const QAction* action : menu->actions()) {
+        if (action->isSeparator()) continue;
+        const std::string text = action->text().toStdString();
+        if (action->isEnabled()) {
+            ++open;
+            EXPECT_LT(darkest(action), 70) << text;
+        } else {
+            ++shut;
+            EXPECT_GT(darkest(action), 120) << text;
+        }
+    }
+    menu->close();
+    EXPECT_GT(open, 0);
+    EXPECT_GT(shut, 2) << "nothing to undo, and nothing is selected";
 }
 
 TEST_F(TheEditor, NothingOverlapsOrLeavesTheWindowAtAnySize) {
