@@ -69,7 +69,7 @@ bool RecipeEditor::MayDropWork() {
     form_->window.BringToFront();
     return main.dialogs.MessageBox(
                "The recipe in the editor has not been saved.\nDo you want to drop the changes?",
-               Dialogs::Buttons::YesNo, Dialogs::Icon::Question,
+               Dialogs::Buttons::YesNoPreferNo, Dialogs::Icon::Question,
                "Tidewell Larder") == Dialogs::Answer::Yes;
 }
 

@@ -47,8 +47,10 @@ void AddButtons(QMessageBox& box, Dialogs::Buttons buttons) {
             box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
             break;
         case Dialogs::Buttons::YesNo:
+        case Dialogs::Buttons::YesNoPreferNo:
             box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
             box.setEscapeButton(QMessageBox::No);
+            if (buttons == Dialogs::Buttons::YesNoPreferNo) box.setDefaultButton(QMessageBox::No);
             break;
     }
 }

@@ -14,7 +14,9 @@ class Dialogs {
     virtual ~Dialogs() = default;
 
     enum class Icon { None, Critical, Question, Exclamation, Information };
-    enum class Buttons { Ok, OkCancel, YesNo };
+    // Enter presses the first button, or No where No is meant to be the choice of who does not
+    // look.
+    enum class Buttons { Ok, OkCancel, YesNo, YesNoPreferNo };
     enum class Answer { Ok, Cancel, Yes, No };
 
     // Closing the box without a choice is Cancel (or No; Ok where that is the only button). The

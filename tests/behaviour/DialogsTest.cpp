@@ -37,13 +37,26 @@ TEST_F(AMessageBox, AnswersWithTheButtonThatWasPressed) {
     EXPECT_EQ(AskAnd(B::OkCancel, Press(QMessageBox::Cancel)), A::Cancel);
     EXPECT_EQ(AskAnd(B::YesNo, Press(QMessageBox::Yes)), A::Yes);
     EXPECT_EQ(AskAnd(B::YesNo, Press(QMessageBox::No)), A::No);
+    EXPECT_EQ(AskAnd(B::YesNoPreferNo, Press(QMessageBox::Yes)), A::Yes);
+    EXPECT_EQ(AskAnd(B::YesNoPreferNo, Press(QMessageBox::No)), A::No);
 }
 
 TEST_F(AMessageBox, ClosedWithoutAChoiceItIsCancelOrNoOrOkWhereThereIsNothingElse) {
     const auto escape = [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); };
     EXPECT_EQ(AskAnd(Dialogs::Buttons::OkCancel, escape), Dialogs::Answer::Cancel);
     EXPECT_EQ(AskAnd(Dialogs::Buttons::YesNo, escape), Dialogs::Answer::No);
+    EXPECT_EQ(AskAnd(Dialogs::Buttons::YesNoPreferNo, escape), Dialogs::Answer::No);
     EXPECT_EQ(AskAnd(Dialogs::Buttons::Ok, escape), Dialogs::Answer::Ok);
+}
+
+TEST_F(AMessageBox, EnterIsTheFirstButtonOrNoWhereThatIsPreferred) {
+    const auto enter = [](QMessageBox& box) {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&box));
+        QTest::keyClick(box.focusWidget(), Qt::Key_Return);
+    };
+    EXPECT_EQ(AskAnd(Dialogs::Buttons::OkCancel, enter), Dialogs::Answer::Ok);
+    EXPECT_EQ(AskAnd(Dialogs::Buttons::YesNo, enter), Dialogs::Answer::Yes);
+    EXPECT_EQ(AskAnd(Dialogs::Buttons::YesNoPreferNo, enter), Dialogs::Answer::No);
 }
 
 TEST_F(AMessageBox, TheTextIsPlainAndEveryLineEndABreak) {

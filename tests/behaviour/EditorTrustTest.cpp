@@ -114,7 +114,7 @@ TEST_F(EditorTrust, TheWindowManagersCloseAsksForUnsavedWork) {
     Boxes.Then(Dialogs::Answer::No);
     Editor().window.Close();
     ASSERT_EQ(Boxes.Shown.size(), 1U);
-    EXPECT_EQ(Boxes.Shown[0].Buttons, Dialogs::Buttons::YesNo);
+    EXPECT_EQ(Boxes.Shown[0].Buttons, Dialogs::Buttons::YesNoPreferNo);
     EXPECT_TRUE(EditorShown());
     EXPECT_EQ(Editor().rtbTitle.Text(), "Half a title");
     Boxes.Then(Dialogs::Answer::Yes);

@@ -62,6 +62,7 @@ class ScriptedDialogs : public Dialogs {
             case Buttons::Ok:
                 return Answer::Ok;
             case Buttons::YesNo:
+            case Buttons::YesNoPreferNo:
                 return Answer::No;
             default:
                 return Answer::Cancel;
