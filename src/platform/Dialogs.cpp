@@ -1,6 +1,7 @@
 #include "platform/Dialogs.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -68,15 +69,17 @@ QStringList NameFilters(const std::string& filter) {
     return filters;
 }
 
-void BeginAt(QFileDialog& dialog, const std::string& nativePath) {
-    const QString place = QFile::decodeName(nativePath.c_str());
-    if (place.isEmpty()) {
-        dialog.setDirectory(QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
-    } else if (QFileInfo(place).isDir()) {
-        dialog.setDirectory(place);
-    } else {
-        dialog.setDirectory(QFileInfo(place).path());
+// The first of these that is there: the folder that is asked for, or that of the file; the one
+// where the user was before; his pictures; his home.
+QString FolderToBeginIn(const std::string& startAt, const std::string& lastFolder) {
+    const QFileInfo start(QFile::decodeName(startAt.c_str()));
+    for (const QString& folder :
+         {start.filePath(), start.filePath().isEmpty() ? QString() : start.path(),
+          QFile::decodeName(lastFolder.c_str()),
+          QStandardPaths::writableLocation(QStandardPaths::PicturesLocation)}) {
+        if (QFileInfo(folder).isDir()) return folder;
     }
+    return QDir::homePath();
 }
 
 }  // namespace
@@ -111,8 +114,10 @@ std::optional<std::string> SystemDialogs::OpenFile(const FileQuestion& question)
     // Its own dialog takes patterns without regard to case, as cameras name their pictures.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setNameFilters(NameFilters(question.Filter));
-    BeginAt(dialog, question.StartAt);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    dialog.setDirectory(FolderToBeginIn(question.StartAt, lastFolder_));
+    const bool accepted = dialog.exec() == QDialog::Accepted;
+    lastFolder_ = QFile::encodeName(dialog.directory().path()).toStdString();
+    if (!accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     return QFile::encodeName(dialog.selectedFiles().first()).toStdString();
 }
 

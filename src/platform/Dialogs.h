@@ -25,8 +25,9 @@ class Dialogs {
                               const std::string& title) = 0;
 
     // What a file is looked for by: patterns by name, as in "Pictures (*.bmp;*.jpg)|*.bmp;*.jpg",
-    // several such pairs divided by '|'; and where to begin, a native path of a folder or a file
-    // (empty: the system's choice).
+    // several such pairs divided by '|'; and where to begin, a native path of a folder or a file.
+    // Without one, or when that folder is not there, the question begins where the user was at the
+    // end of the one before, and the first with his pictures.
     struct FileQuestion {
         std::string Filter;
         std::string StartAt;
@@ -41,6 +42,9 @@ class SystemDialogs : public Dialogs {
     Answer MessageBox(const std::string& text, Buttons buttons, Icon icon,
                       const std::string& title) override;
     std::optional<std::string> OpenFile(const FileQuestion& question) override;
+
+  private:
+    std::string lastFolder_;  // native; where the user was when a file was last asked for
 };
 
 }  // namespace larder

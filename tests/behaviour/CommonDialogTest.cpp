@@ -47,12 +47,72 @@ class TheSystemsFileDialog : public test::ShownWindow {
             act(*box);
             if (box->isVisible()) box->reject();
         });
-        return dialogs_.OpenFile(
-            {"Pictures (*.bmp;*.jpg;*.gif)|*.bmp;*.jpg;*.gif", folder_.Native()});
+        return dialogs_.OpenFile({"Pictures (*.bmp;*.jpg;*.gif)|*.bmp;*.jpg;*.gif", startAt_});
+    }
+    std::string PlaceAsked() {
+        std::string place;
+        AskAnd([&](QFileDialog& box) { place = box.directory().path().toStdString(); });
+        return place;
     }
     test::TempFolder folder_;
+    std::string startAt_ = folder_.Native();
     SystemDialogs dialogs_;
 };
+
+// The home of a user of the test's own, as long as it lives.
+class Home {
+  public:
+    explicit Home(const std::string& folder) {
+        qputenv("HOME", folder.c_str());
+        qputenv("XDG_CONFIG_HOME", (folder + "/config").c_str());
+    }
+    ~Home() {
+        qputenv("HOME", home_);
+        was_ ? qputenv("XDG_CONFIG_HOME", config_) : qunsetenv("XDG_CONFIG_HOME");
+    }
+    Home(const Home&) = delete;
+    Home& operator=(const Home&) = delete;
+
+  private:
+    const QByteArray home_ = qgetenv("HOME");
+    const bool was_ = qEnvironmentVariableIsSet("XDG_CONFIG_HOME");
+    const QByteArray config_ = qgetenv("XDG_CONFIG_HOME");
+};
+
+TEST_F(TheSystemsFileDialog, BeginsWithThePicturesOrElseAtHome) {
+    const Home home(folder_.Native());
+    startAt_.clear();
+    EXPECT_EQ(PlaceAsked(), folder_.Native());
+    folder_.MakeFolder("Pictures");
+    dialogs_ = SystemDialogs();
+    EXPECT_EQ(PlaceAsked(), folder_.Native("Pictures"));
+}
+
+TEST_F(TheSystemsFileDialog, BeginsAgainInTheFolderWhereTheUserWas) {
+    const Home home(folder_.Native());
+    folder_.MakeFolder("Pictures");
+    folder_.MakeFolder("boat/catch");
+    folder_.Write("boat/fish.jpg", "x");
+    startAt_.clear();
+    AskAnd([&](QFileDialog& box) {
+        box.setDirectory(QString::fromStdString(folder_.Native("boat/catch")));
+        box.reject();
+    });
+    EXPECT_EQ(PlaceAsked(), folder_.Native("boat/catch")) << "cancelled";
+    startAt_ = folder_.Native("boat/fish.jpg");
+    EXPECT_EQ(PlaceAsked(), folder_.Native("boat")) << "where the program says so";
+    startAt_.clear();
+    EXPECT_EQ(PlaceAsked(), folder_.Native("boat"));
+}
+
+TEST_F(TheSystemsFileDialog, BeginsElsewhereWhenTheFolderHasGone) {
+    const Home home(folder_.Native());
+    folder_.MakeFolder("stick/fish");
+    startAt_ = folder_.Native("stick/fish/a.jpg");
+    EXPECT_EQ(PlaceAsked(), folder_.Native("stick/fish"));
+    folder_.Delete("stick/fish");
+    EXPECT_EQ(PlaceAsked(), folder_.Native());
+}
 
 TEST_F(TheSystemsFileDialog, LooksForTheFiltersPatternsInTheFolderItBeginsIn) {
     QStringList filters;
