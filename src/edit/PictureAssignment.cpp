@@ -1,5 +1,7 @@
 #include "edit/PictureAssignment.h"
 
+#include <utility>
+
 #include "app/frmMain.h"
 #include "edit/frmAddRecipe.h"
 #include "layout/Util.h"
@@ -84,8 +86,8 @@ void PictureAssignment::AssignPicture() {
                                     "Tidewell Larder");
         }
     } catch (const Failure& failure) {
-        main.cdgDialogBox.FileName.clear();
-        if (failure.Number != failure::DialogCancelled) TellFailure(failure);
+        const std::string file = std::exchange(main.cdgDialogBox.FileName, {});
+        if (failure.Number != failure::DialogCancelled) TellNotShown(file, failure);
     }
 }
 
@@ -115,8 +117,10 @@ std::string PictureAssignment::FileOf(std::int32_t recipeNum, const std::string&
     return main.paths.strPath + "Food Photos\\" + std::to_string(recipeNum) + ending;
 }
 
-void PictureAssignment::TellFailure(const Failure& failure) {
-    main.dialogs.MessageBox(std::to_string(failure.Number) + "\n" + failure.Description,
+void PictureAssignment::TellNotShown(const std::string& file, const Failure& failure) {
+    const std::string path = main.objFSO.Native(file);
+    const std::string name = FromUtf8(path.substr(path.rfind('/') + 1));
+    main.dialogs.MessageBox("The picture can't be shown.\n" + name + "\n" + failure.Description,
                             Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation, "Tidewell Larder");
 }
 

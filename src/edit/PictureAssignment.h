@@ -45,7 +45,7 @@ class PictureAssignment {
     bool CopyChosen();
     void TellNotCopied();
     void UpdateLine(std::int32_t recipeNum);
-    void TellFailure(const Failure& failure);
+    void TellNotShown(const std::string& file, const Failure& failure);
 
     frmMain& main;
     frmAddRecipe& form_;

@@ -299,11 +299,22 @@ TEST_F(ARecipesPicture, ThatCannotBeShownIsToldAndTheEarlierChoiceStays) {
         Boxes.Then(Dialogs::Answer::Yes);
         Assign(Folder.Native(bad));
         EXPECT_EQ(Boxes.Shown.size(), told + 2) << bad << ": the question and what is wrong";
+        EXPECT_TRUE(LastBox().starts_with(std::string("The picture can't be shown.\n") + bad))
+            << LastBox();
+        EXPECT_EQ(Main().cdgDialogBox.FileName, "") << bad;
         EXPECT_EQ(Picture().NewPictureFileName(), PathOfPhoto("4.jpg")) << bad;
         EXPECT_FALSE(Editor().imgPicPreview.Shown().IsEmpty()) << bad;
     }
     Update();
     EXPECT_EQ(Folder.Read(Photo("4.jpg")), Folder.Read("good.jpg"));
+}
+
+TEST_F(ARecipesPicture, ThatCannotBeShownIsToldByItsNameAndWhatIsWrong) {
+    Folder.Write("caf\xC3\xA9.gif", "no picture at all");
+    OpenOn(4);
+    Assign(Folder.Native("caf\xC3\xA9.gif"));
+    EXPECT_EQ(LastBox(),
+              "The picture can't be shown.\ncaf\xE9.gif\n" + FailureText(failure::InvalidPicture));
 }
 
 TEST_F(ARecipesPicture, OfARecipeThatIsBrokenDoesNotKeepTheEditorShut) {
