@@ -34,7 +34,8 @@ void RecipeViewer::OpenLine(const ListItem& Item) {
 
 void RecipeViewer::PopUpMenuFor(std::int32_t number) {
     SetMenuEntries(number);
-    main.ui.mnuPopUp.Popup(main.ui.window);
+    // A save would wait for the end of the menu.
+    if (!main.editor.Busy()) main.ui.mnuPopUp.Popup(main.ui.window);
     main.lists.RefreshLvwX(2);
 }
 

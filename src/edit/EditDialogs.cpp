@@ -11,6 +11,7 @@ EditDialogs::EditDialogs(frmMain& hub) : main(hub) {}
 EditDialogs::~EditDialogs() = default;
 
 void EditDialogs::ShowAddChoice() {
+    if (main.editor.Busy()) return;  // the save, which lets events run, would wait under the dialog
     std::function<void()> chosen;
     {
         frmAddChoice dialog(main);

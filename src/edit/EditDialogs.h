@@ -13,7 +13,8 @@ class EditDialogs {
     explicit EditDialogs(frmMain& hub);
     ~EditDialogs();
 
-    // Asks what to do with the current recipe, and does it when the dialog is gone.
+    // Asks what to do with the current recipe, and does it when the dialog is gone. Nothing while a
+    // recipe is being saved.
     void ShowAddChoice();
     // The progress dialog, made at the first call and hidden until ShowIt.
     frmProgress& Progress();

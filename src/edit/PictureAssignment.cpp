@@ -29,9 +29,14 @@ std::string LastFour(const std::string& fileName) {
 
 }  // namespace
 
+// While the recipe is being saved, with the picture that it has, the buttons do nothing.
 void PictureAssignment::Connect() {
-    form_.ibAssignPicture.OnClick = [this] { AssignPicture(); };
-    form_.ibRemovePicture.OnClick = [this] { RemovePicture(); };
+    form_.ibAssignPicture.OnClick = [this] {
+        if (!main.editor.Busy()) AssignPicture();
+    };
+    form_.ibRemovePicture.OnClick = [this] {
+        if (!main.editor.Busy()) RemovePicture();
+    };
 }
 
 void PictureAssignment::Reset() {

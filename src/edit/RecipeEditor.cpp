@@ -104,6 +104,7 @@ void RecipeEditor::SetInPlaceEdit(bool open) {
 }
 
 void RecipeEditor::EditRecipe_InPlace() {
+    if (Busy()) return;  // what the save shows at its end would replace what is typed
     if (!main.viewer.ShowRecipe(-1) || main.viewer.RecipeInBox == 0) return;
     SetInPlaceEdit(true);
     Ignoring([this] { main.ui.rtbSee.SetFocus(); });

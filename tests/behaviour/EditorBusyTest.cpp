@@ -1,7 +1,9 @@
 // While a recipe is being stored events run, and none of them may take it or its windows away.
 
+#include <QTimer>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "behaviour/support/EditorBook.h"
@@ -52,6 +54,73 @@ TEST_F(ASaveUnderWay, IsNotDisturbedByWhatWouldCloseAWindowOrOpenAnotherRecipe) 
     EXPECT_EQ(Main().store.GetRecipeTitle(4), "Very Own Hake");
 }
 
+// Closes every dialog and menu that comes up, and counts them.
+class Closer {
+  public:
+    Closer() {
+        QObject::connect(&looking_, &QTimer::timeout, &looking_, [this] {
+            QWidget* shown = QApplication::activePopupWidget();
+            if (shown == nullptr) shown = QApplication::activeModalWidget();
+            if (shown == nullptr) return;
+            ++Closed;
+            shown->close();
+        });
+        looking_.start(1);
+    }
+    int Closed = 0;
+
+  private:
+    QTimer looking_;
+};
+
+TEST_F(ASaveUnderWay, IsNotMadeToWaitUnderADialogOrAMenu) {
+    const std::vector<std::pair<const char*, std::function<void()>>> acts = {
+        {"the main window's Add", [this] { ClickOn(Main().ui.ibAdd); }},
+        {"its key", [this] { QTest::keyClick(Main().ui.ibAdd.Native(), Qt::Key_Return); }},
+        {"the menu of a recipe", [this] { PressLine(2, 2, Qt::RightButton); }},
+        {"another picture", [this] { ClickOn(Editor().ibAssignPicture); }},
+        {"no picture", [this] { ClickOn(Editor().ibRemovePicture); }},
+    };
+    MakePicture(Photo("4.jpg"));
+    OpenOn(4);
+    Type("Very ");
+    Closer closer;
+    for (const auto& [name, act] : acts) {
+        SCOPED_TRACE(name);
+        During(act);
+        EXPECT_EQ(closer.Closed, 0);
+        ExpectStill("Very Own Hake");
+    }
+    EXPECT_TRUE(Boxes.FilesAsked.empty());
+}
+
+TEST_F(ASaveUnderWay, IsNotStoppedInTheMiddleByAClickOnAdd) {
+    OpenNew();
+    TypeAnew(Editor().rtbTitle, "Ling");
+    Boxes.ThenFile(MakePicture("lunch.jpg"));
+    ClickOn(Editor().ibAssignPicture);
+    Closer closer;
+    int clicks = 0;
+    // Behind the text, and before the picture: while the favourites are listed anew.
+    Main().files.Watch([&](const NumberedFiles::Access& access) {
+        if (access.Kind != "write" || clicks > 0) return;
+        ++clicks;
+        Later([this] {
+            EXPECT_TRUE(Main().editor.Busy());
+            EXPECT_FALSE(Folder.Exists(Photo("7.jpg")));
+            ClickOn(Main().ui.ibAdd);
+        });
+    });
+    ClickOn(Editor().ibAdd);
+    Main().files.Watch(nullptr);
+    EXPECT_EQ(clicks, 1);
+    EXPECT_EQ(closer.Closed, 0);
+    EXPECT_FALSE(EditorShown());
+    EXPECT_TRUE(Folder.Exists(Photo("7.jpg")));
+    ClickOn(Main().ui.ibAdd);
+    EXPECT_EQ(closer.Closed, 1) << "and behind the save it opens again";
+}
+
 class ASaveBesideTheViewer : public ASaveUnderWay {
   protected:
     std::string CommandLine() const override { return "/E"; }
@@ -69,6 +138,20 @@ TEST_F(ASaveBesideTheViewer, LetsNothingBeTypedThere) {
     });
     EXPECT_EQ(Main().ui.rtbSee.Text(), before);
     EXPECT_TRUE(Main().editor.InPlaceEdit()) << "typing goes on";
+}
+
+TEST_F(ASaveBesideTheViewer, DoesNotOpenItByItsKey) {
+    OpenNew();
+    TypeAnew(Editor().rtbTitle, "Ling");
+    ASSERT_TRUE(Main().viewer.ShowRecipe(4));
+    Focus(2);
+    During([&] {
+        Key(Qt::Key_E);
+        EXPECT_TRUE(Main().ui.rtbSee.Locked());
+    });
+    Focus(2);
+    Key(Qt::Key_E);
+    EXPECT_FALSE(Main().ui.rtbSee.Locked());
 }
 
 }  // namespace
