@@ -115,10 +115,13 @@ std::optional<std::string> SystemDialogs::OpenFile(const FileQuestion& question)
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setNameFilters(NameFilters(question.Filter));
     dialog.setDirectory(FolderToBeginIn(question.StartAt, lastFolder_));
-    const bool accepted = dialog.exec() == QDialog::Accepted;
-    lastFolder_ = QFile::encodeName(dialog.directory().path()).toStdString();
-    if (!accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    return QFile::encodeName(dialog.selectedFiles().first()).toStdString();
+    const bool accepted = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
+    // A path that was typed leads out of the folder that the dialog shows.
+    const QString file = accepted ? dialog.selectedFiles().first() : QString();
+    const QString folder = accepted ? QFileInfo(file).path() : dialog.directory().path();
+    lastFolder_ = QFile::encodeName(folder).toStdString();
+    if (!accepted) return std::nullopt;
+    return QFile::encodeName(file).toStdString();
 }
 
 }  // namespace larder

@@ -49,6 +49,12 @@ class TheSystemsFileDialog : public test::ShownWindow {
         });
         return dialogs_.OpenFile({"Pictures (*.bmp;*.jpg;*.gif)|*.bmp;*.jpg;*.gif", startAt_});
     }
+    static void TypeName(QFileDialog& box, const std::string& text) {
+        auto* name = box.findChild<QLineEdit*>();
+        ASSERT_NE(name, nullptr);
+        name->setText(QString::fromStdString(text));
+        QTest::keyClick(name, Qt::Key_Return);
+    }
     std::string PlaceAsked() {
         std::string place;
         AskAnd([&](QFileDialog& box) { place = box.directory().path().toStdString(); });
@@ -99,10 +105,12 @@ TEST_F(TheSystemsFileDialog, BeginsAgainInTheFolderWhereTheUserWas) {
         box.reject();
     });
     EXPECT_EQ(PlaceAsked(), folder_.Native("boat/catch")) << "cancelled";
-    startAt_ = folder_.Native("boat/fish.jpg");
-    EXPECT_EQ(PlaceAsked(), folder_.Native("boat")) << "where the program says so";
+    AskAnd([&](QFileDialog& box) { TypeName(box, folder_.Native("boat/fish.jpg")); });
+    EXPECT_EQ(PlaceAsked(), folder_.Native("boat")) << "of the file that was typed";
+    startAt_ = folder_.Native("Pictures/x.jpg");
+    EXPECT_EQ(PlaceAsked(), folder_.Native("Pictures")) << "where the program says so";
     startAt_.clear();
-    EXPECT_EQ(PlaceAsked(), folder_.Native("boat"));
+    EXPECT_EQ(PlaceAsked(), folder_.Native("Pictures"));
 }
 
 TEST_F(TheSystemsFileDialog, BeginsElsewhereWhenTheFolderHasGone) {
@@ -128,12 +136,7 @@ TEST_F(TheSystemsFileDialog, LooksForTheFiltersPatternsInTheFolderItBeginsIn) {
 
 TEST_F(TheSystemsFileDialog, AnswersWithTheFileThatWasTyped) {
     folder_.Write("fish.jpg", "x");
-    const auto chosen = AskAnd([&](QFileDialog& box) {
-        auto* name = box.findChild<QLineEdit*>();
-        ASSERT_NE(name, nullptr);
-        name->setText("fish.jpg");
-        QTest::keyClick(name, Qt::Key_Return);
-    });
+    const auto chosen = AskAnd([&](QFileDialog& box) { TypeName(box, "fish.jpg"); });
     EXPECT_EQ(chosen, folder_.Native("fish.jpg"));
 }
 
