@@ -66,11 +66,13 @@ void PictureAssignment::ShowPreview(const std::string& strFile) {
 }
 
 void PictureAssignment::PlacePreview() {
-    Image& image = form_.imgPicPreview;
-    const bool shown = !image.Shown().IsEmpty();
+    const bool shown = !form_.imgPicPreview.Shown().IsEmpty();
     form_.imgNoPicture.SetVisible(!shown);
-    image.SetVisible(shown);
-    if (!shown) return;
+    form_.imgPicPreview.SetVisible(shown);
+    FitIntoFrame(shown ? form_.imgPicPreview : form_.imgNoPicture);
+}
+
+void PictureAssignment::FitIntoFrame(Image& image) {
     const Rectangle& frame = form_.shpPic;
     auto height = static_cast<std::int32_t>(image.Shown().PixelHeight() * TwipsPerPixel);
     auto width = static_cast<std::int32_t>(image.Shown().PixelWidth() * TwipsPerPixel);

@@ -6,6 +6,7 @@
 namespace larder {
 
 class Failure;
+class Image;
 class frmAddRecipe;
 class frmMain;
 
@@ -42,6 +43,7 @@ class PictureAssignment {
     bool AskAndTake();
     std::string FileOf(std::int32_t recipeNum, const std::string& ending) const;
     void RemovePicture();
+    void FitIntoFrame(Image& image);
     bool CopyChosen();
     void TellNotCopied();
     void UpdateLine(std::int32_t recipeNum);

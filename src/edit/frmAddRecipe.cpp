@@ -51,6 +51,11 @@ void frmAddRecipe::DressControls() {
     imgTitleRule.SetPicture(Picture::FromArt("editor/title-rule"));
     imgTitleHide.SetPicture(Picture::FromArt("editor/title-hide"));
     imgFrame.SetPicture(Picture::FromArt("editor/frame"));
+    // In the drawings' own pixels: their borders, and the fish between two rules, keep their size.
+    imgSheet.SetElastic({{{30, 594}}, {{30, 516}}});
+    imgTitleRule.SetElastic({{{10, 240}, {308, 538}}, {}});
+    imgTitleHide.SetElastic({{{40, 205}, {343, 508}}, {}});
+    imgFrame.SetElastic({{{14, 190}}, {{14, 152}}});
     imgNoPicture.SetPicture(Picture::FromArt("editor/no-picture"));
     imgPicPreview.SetAccessibleName("Picture of the recipe");
     rtbTitle.SetAccessibleName("Title");

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "app/frmMain.h"
 #include "edit/frmAddRecipe.h"
 
@@ -85,13 +87,13 @@ void frmAddRecipe::PlaceSheet(const Rectangle& sheet) {
 }
 
 void frmAddRecipe::PlaceSide(const Rectangle& side) {
-    constexpr float frameHeight = 172 * Px;
     constexpr float gap = 8 * Px;
+    // In a low window the frame makes room for the four buttons.
+    const float frameHeight = std::min(172 * Px, side.Height - 4 * (Wide + gap));
     const float bottom = side.Top + side.Height;
     const Rectangle frame{side.Left, side.Top, side.Width, frameHeight};
     imgFrame.Move(frame);
     shpPic = Inset(frame, 14 * Px, 14 * Px, 14 * Px);
-    imgNoPicture.Move(shpPic);
     picture.PlacePreview();
     float top = side.Top + frameHeight + gap;
     for (ImageButton* button : {&ibAssignPicture, &ibRemovePicture}) {

@@ -7,10 +7,14 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPixmap>
 #include <QPointer>
 #include <QWidget>
+#include <optional>
+#include <utility>
 
 #include "platform/ButtonPress.h"
+#include "platform/ElasticPicture.h"
 #include "platform/Handlers.h"
 #include "platform/Keys.h"
 #include "platform/Native.h"
@@ -29,6 +33,12 @@ class Image::Widget : public QWidget {
 
     bool IsButton() const { return focusPolicy() != Qt::NoFocus; }
 
+    void SetElastic(Elastic elastic) {
+        elastic_ = std::move(elastic);
+        kept_ = {};
+        update();
+    }
+
     // A whole press of a button at once, as assistive technology makes it.
     void PressAndRelease() {
         if (!press_.BeginByProgram()) return;
@@ -40,7 +50,11 @@ class Image::Widget : public QWidget {
   protected:
     void paintEvent(QPaintEvent* event) override {
         QPainter painter(this);
-        PaintPart(painter, image_.picture_, rect(), event->rect());
+        if (elastic_) {
+            PaintElastic(painter);
+        } else {
+            PaintPart(painter, image_.picture_, rect(), event->rect());
+        }
         if (hasFocus()) PaintFocusRing(painter, rect());
     }
 
@@ -73,6 +87,16 @@ class Image::Widget : public QWidget {
     void focusOutEvent(QFocusEvent*) override { update(); }
 
   private:
+    void PaintElastic(QPainter& painter) {
+        const double ratio = devicePixelRatioF();
+        const QSize size(qRound(width() * ratio), qRound(height() * ratio));
+        if (image_.picture_.IsEmpty() || size.isEmpty()) return;
+        if (kept_.size() != size || keptOf_.Shared() != image_.picture_.Shared()) {
+            kept_ = ElasticPixmapOf(image_.picture_, *elastic_, size, ratio);
+            keptOf_ = image_.picture_;
+        }
+        painter.drawPixmap(rect(), kept_);
+    }
     void FireUpAndClick() {
         const QPointer<Widget> alive(this);
         FireMouseUp();
@@ -86,6 +110,9 @@ class Image::Widget : public QWidget {
     float CentreY() const { return image_.Height() / 2; }
 
     Image& image_;
+    std::optional<Elastic> elastic_;
+    QPixmap kept_;  // its rendering at the present size
+    Picture keptOf_;
     ButtonPress press_{this, [this](int) { FireMouseUp(); }};  // of a button alone
 };
 
@@ -148,6 +175,10 @@ void Image::SetStretch(bool stretch) {
     stretch_ = stretch;
     TakePictureSize();
     Mine()->update();
+}
+
+void Image::SetElastic(Elastic elastic) {
+    Mine()->SetElastic(std::move(elastic));
 }
 
 void Image::TakePictureSize() {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/Control.h"
+#include "platform/Elastic.h"
 #include "platform/Picture.h"
 
 namespace larder {
@@ -19,6 +20,8 @@ class Image : public Control {
     const Picture& Shown() const { return picture_; }
     bool Stretch() const { return stretch_; }
     void SetStretch(bool stretch);
+    // Where it gives way when it is stretched.
+    void SetElastic(Elastic elastic);
 
     std::function<void()> OnClick;
     std::function<void(int Button, int Shift, float X, float Y)> OnMouseDown;

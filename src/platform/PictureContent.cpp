@@ -47,9 +47,13 @@ class Drawing : public Picture::Content {
             QImage image(size, QImage::Format_ARGB32_Premultiplied);
             image.fill(Qt::transparent);
             QPainter painter(&image);
-            Renderer().render(&painter, QRectF(QPointF(0, 0), QSizeF(size)));
+            Paint(painter, QRectF(QPointF(0, 0), QSizeF(size)));
             return image;
         });
+    }
+
+    void Paint(QPainter& painter, const QRectF& place) const override {
+        Renderer().render(&painter, place);
     }
 
   private:
@@ -77,6 +81,11 @@ class DecodedPhotograph : public Picture::Content {
         return renderings_.At(size, [&] {
             return image_.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
         });
+    }
+
+    void Paint(QPainter& painter, const QRectF& place) const override {
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(place, image_);
     }
 
   private:

@@ -6,7 +6,9 @@
 #include "platform/Picture.h"
 
 class QImage;
+class QPainter;
 class QPixmap;
+class QRectF;
 class QSize;
 
 namespace larder {
@@ -16,6 +18,8 @@ struct Picture::Content {
     virtual ~Content() = default;
     virtual QSize OwnSize() const = 0;
     virtual QPixmap At(const QSize& devicePixels) const = 0;
+    // Draws it over the place, which may be larger than what the painter clips to.
+    virtual void Paint(QPainter& painter, const QRectF& place) const = 0;
     // The decoded photograph; null for a drawing.
     virtual QImage Photograph() const = 0;
 };
