@@ -72,7 +72,7 @@ void RecipeJournal::Forget() {
 }
 
 void RecipeJournal::SettleFiles() {
-    if (unfinished_ && IsTakenBack(*unfinished_)) Forget();
+    if (unfinished_ && IsSettledAlready(*unfinished_)) Forget();
     if (unfinished_) {
         RequireFilesOf(*unfinished_);
         SettleUnfinished();
@@ -191,11 +191,13 @@ void RecipeJournal::SettleChange() {
     if (IsFirstNotBegun(*change, pair)) return;
     OpenFilesOf(*change, pair);
     bool takeBack = false;
-    NamingFile(pair.TextPath, [&] {
-        takeBack = MayTakeBack(*change, pair) && !IsComplete(*change, pair);
-        if (!takeBack) files_.FlushAll({pair.Text, pair.Index});
-    });
-    Close(pair);
+    {
+        const Closing closing(*this, pair);
+        NamingFile(pair.TextPath, [&] {
+            takeBack = MayTakeBack(*change, pair) && !IsComplete(*change, pair);
+            if (!takeBack) files_.FlushAll({pair.Text, pair.Index});
+        });
+    }
     if (!takeBack) return;
     unfinished_ = change;
     SettleUnfinished();
@@ -213,13 +215,10 @@ void RecipeJournal::SettleUnfinished() {
 // since then lose their mark.
 void RecipeJournal::TakeBack(const RecordChange& change) {
     const RecipePair pair = PairOf(change);
-    try {
+    {
+        const Closing closing(*this, pair);
         NamingFile(pair.TextPath, [&] { PutBackDespiteMark(change, pair); });
-    } catch (const Failure&) {
-        Close(pair);
-        throw;
     }
-    Close(pair);
     Forget();
     DeleteTemporaries();
 }

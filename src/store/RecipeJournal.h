@@ -64,10 +64,23 @@ class RecipeJournal {
     void PutInPlace(const RecipePair& pair);
 
   private:
+    // Closes a pair when it goes, whatever has failed.
+    class Closing {
+      public:
+        Closing(RecipeJournal& journal, const RecipePair& pair) : journal_(journal), pair_(pair) {}
+        ~Closing() { journal_.Close(pair_); }
+        Closing(const Closing&) = delete;
+        Closing& operator=(const Closing&) = delete;
+
+      private:
+        RecipeJournal& journal_;
+        const RecipePair& pair_;
+    };
+
     void SettleFiles();
     void SettleUnfinished();
     bool IsOneAlone() const;
-    bool IsTakenBack(const RecordChange& change);
+    bool IsSettledAlready(const RecordChange& change);
     void Forget();
     RecipePair PairOf(const RecordChange& change) const;
     void WriteJournal(const RecordChange& change);

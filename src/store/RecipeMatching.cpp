@@ -77,23 +77,21 @@ void RecipeJournal::RequireFilesOf(const RecordChange& change) {
     const RecipePair pair = PairOf(change);
     if (IsFirstNotBegun(change, pair)) return;
     OpenFilesOf(change, pair);
-    const bool fits = MayTakeBack(change, pair);
-    Close(pair);
+    const Closing closing(*this, pair);
     NamingFile(pair.TextPath, [&] {
-        if (!fits) throw Failure(failure::BadRecordNumber, pair.TextPath);
+        if (!MayTakeBack(change, pair)) throw Failure(failure::BadRecordNumber, pair.TextPath);
     });
 }
 
-// By another run, which has deleted the journal.
-bool RecipeJournal::IsTakenBack(const RecordChange& change) {
+// By another run, which has taken the change back or found it complete, and deleted the journal.
+bool RecipeJournal::IsSettledAlready(const RecordChange& change) {
     const RecipePair pair = PairOf(change);
     for (const std::string& path : {pair.TextPath, pair.IndexPath})
         if (!files_.Exists(path)) return false;
     if (files_.Exists(paths_.strRecipesTempFile)) return false;
     OpenFilesOf(change, pair);
-    const bool untouched = MayTakeBack(change, pair) && IsUntouched(change, pair);
-    Close(pair);
-    return untouched;
+    const Closing closing(*this, pair);
+    return MayTakeBack(change, pair) && (IsUntouched(change, pair) || IsComplete(change, pair));
 }
 
 // Whether the text can be that of which the journal was written.

@@ -178,6 +178,29 @@ TEST_F(HalfAChange, ThatAnotherRunHasTakenBackHindersNothing) {
     ExpectTheNextIsAdded(before);
 }
 
+// Another run may find the change complete, though this one could not flush it.
+TEST_F(HalfAChange, ThatAnotherRunHasKeptHindersNothing) {
+    broken = true;
+    const std::string padding(own.Text.find("Cod") - 9, ' ');  // "Dab", "{}" and two line ends
+    FailWriting(session, filenumber::CustomRecipes, 1, "Dab\r\n{}" + padding + "\r\n");
+    EXPECT_FALSE(session.Update(3, "Dab", "{}"));
+    Mend();
+    StoreSession other(data);
+    other.Start();
+    ASSERT_FALSE(folder.Exists("Data/Recipes Temp.ydb"));
+    const Recipes kept = ReadIn(other);
+    ASSERT_EQ(kept[2].Title, "Dab");
+    EXPECT_EQ(ReadIn(session), kept);
+    EXPECT_TRUE(session.Update(4, "Cod", "{\\rtf1 Cod}"));
+}
+
+TEST_F(HalfAChange, WhoseJournalIsGoneStaysAsItIsAndIsReadAsItWas) {
+    LeaveHalfAnUpdate();
+    folder.Delete("Data/Recipes Temp.ydb");
+    ExpectUntouched("Recipes Temp.ydb");
+    EXPECT_EQ(ReadIn(session), before);
+}
+
 TEST_F(HalfAChange, ThatWasTakenBackInACopyIsTakenBackInTheOriginalToo) {
     for (const bool adds : {true, false}) {
         SCOPED_TRACE(adds);
