@@ -30,7 +30,6 @@ namespace larder {
 namespace {
 
 constexpr char Source[] = "Picture.FromFile";
-constexpr qint64 PixelLimit = 100'000'000;
 // A photograph is kept at no more pixels than any screen has room for.
 constexpr int KeptSide = 4096;
 // What is larger than this on the device is rendered at this size and stretched.
@@ -102,13 +101,12 @@ std::shared_ptr<const Picture::Content> ReadPhotograph(QFile& file) {
     QSize size = reader.size();  // before anything is decoded, and before the turn
     const bool known = IsPhotographFormat(reader.format());
     if (!known || size.isEmpty()) return nullptr;
-    if (qint64{size.width()} * size.height() > PixelLimit) return nullptr;
+    if (!MayBeDecoded(size)) return nullptr;
 
     if (std::max(size.width(), size.height()) > KeptSide) {
         reader.setScaledSize(
             size.scaled(KeptSide, KeptSide, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
     }
-    QImageReader::setAllocationLimit(static_cast<int>(PixelLimit * 8 / (1024 * 1024)));
     const QImage image = reader.read();
     if (image.isNull()) return nullptr;
     if (reader.transformation() & QImageIOHandler::TransformationRotate90) size.transpose();
@@ -116,6 +114,12 @@ std::shared_ptr<const Picture::Content> ReadPhotograph(QFile& file) {
 }
 
 }  // namespace
+
+bool MayBeDecoded(const QSize& pixels) {
+    constexpr qint64 limit = 100'000'000;
+    QImageReader::setAllocationLimit(static_cast<int>(limit * 8 / (1024 * 1024)));
+    return !pixels.isEmpty() && qint64{pixels.width()} * pixels.height() <= limit;
+}
 
 Picture Picture::FromArt(const std::string& name) {
     InitializeArt();

@@ -24,6 +24,10 @@ struct Picture::Content {
     virtual QImage Photograph() const = 0;
 };
 
+// Whether a photograph of so many pixels is decoded at all. Qt's own limit, which is lower, gives
+// way to this one.
+bool MayBeDecoded(const QSize& pixels);
+
 // A drawing from a resource or file that is read and parsed at the first need; and one from its
 // text. The text that is no drawing gives null.
 std::shared_ptr<const Picture::Content> ArtContent(const std::string& resource);

@@ -21,6 +21,8 @@ namespace {
 const QString kRtfTypes[] = {QStringLiteral("text/rtf"), QStringLiteral("application/rtf"),
                              QStringLiteral("text/richtext")};
 
+const QString kOwnType = QStringLiteral("application/x-tidewell-larder-text");  // marks our own
+
 constexpr double kDefaultPoints = 12;  // of HTML; any will do, as it is read relative to it
 
 std::optional<RichText> RtfIn(const QMimeData& source) {
@@ -28,7 +30,9 @@ std::optional<RichText> RtfIn(const QMimeData& source) {
         const QByteArray bytes = source.data(type);
         auto text = ReadRtf({bytes.constData(), static_cast<std::size_t>(bytes.size())});
         if (!text) continue;
-        for (std::size_t i = 0; i < text->Pictures().size(); ++i)
+        // What is moved within the book stays as it is.
+        const std::size_t foreign = source.hasFormat(kOwnType) ? 0 : text->Pictures().size();
+        for (std::size_t i = 0; i < foreign; ++i)
             text->SetPicture(i, WithinLimits(text->Pictures()[i]));
         return text;
     }
@@ -42,6 +46,15 @@ RichText FromHtml(const QString& html, const RichTextBase& base, double dotsPerI
     foreign.setDefaultFont(font);
     foreign.setHtml(html);
     return RichTextOf(foreign, base, dotsPerInch);
+}
+
+// With it as with words, what is typed behind looks like the text at the place.
+RichText FromImage(const QImage& image, const RichTextBase& base) {
+    RichText text(base.font);
+    const RichText::FormatIndex format = text.Intern(CharFormat{0, base.halfPoints});
+    text.AppendPicture(PictureOf(image), format);
+    text.SetEndFormat(format);
+    return text;
 }
 
 // What divides lines and columns, in plain text and in rich text alike.
@@ -60,6 +73,7 @@ QMimeData* MimeOf(const RichText& text, const QTextCursor& selection) {
     auto mime = std::make_unique<QMimeData>();
     mime->setData(kRtfTypes[0], bytes);
     mime->setData(kRtfTypes[1], bytes);
+    mime->setData(kOwnType, {});
     mime->setHtml(fragment.toHtml());
     mime->setText(fragment.toPlainText());
     return mime.release();
@@ -75,19 +89,17 @@ bool CanTake(const QMimeData& source) {
 std::optional<Incoming> IncomingFrom(const QMimeData& source, const RichTextBase& base,
                                      double dotsPerInch) {
     if (auto text = RtfIn(source)) return std::move(*text);
-    bool pictureAlone = false;
-    if (source.hasHtml()) {
+    const bool isHtml = source.hasHtml();
+    if (isHtml) {
         RichText text = FromHtml(source.html(), base, dotsPerInch);
-        // Of a picture that was copied by itself, a browser gives the address as HTML.
-        pictureAlone = source.hasImage() && !HasWords(text.Units());
-        if (!pictureAlone) return text;
+        if (HasWords(text.Units())) return text;
     }
-    if (source.hasText() && !pictureAlone) return source.text().toStdU16String();
-    if (source.hasImage()) {
-        RichText picture;
-        picture.AppendPicture(PictureOf(qvariant_cast<QImage>(source.imageData())), 0);
-        return picture;
+    // Of a picture that was copied by itself, a browser gives the address as HTML.
+    if (source.hasImage() && (isHtml || !source.hasText())) {
+        const auto image = qvariant_cast<QImage>(source.imageData());
+        if (!image.isNull()) return FromImage(image, base);
     }
+    if (source.hasText() && !source.text().isEmpty()) return source.text().toStdU16String();
     return std::nullopt;
 }
 

@@ -21,8 +21,9 @@ QMimeData* MimeOf(const RichText& text, const QTextCursor& selection);
 using Incoming = std::variant<RichText, std::u16string>;
 
 bool CanTake(const QMimeData& source);
-// The richest form that the source has: RTF, HTML, plain text, a picture. Nothing when it has none
-// of them. HTML is seldom particular about its font: the base is that of the place.
+// The richest form that the source has: RTF, HTML with words, plain text, a picture. Nothing when
+// it has none of them, or only what cannot be read. HTML is seldom particular about its font: the
+// base is that of the place.
 std::optional<Incoming> IncomingFrom(const QMimeData& source, const RichTextBase& base,
                                      double dotsPerInch);
 // The same for a box of one line: line ends before and behind it go, and text of several lines

@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QByteArray>
 #include <QImage>
+#include <QImageReader>
 #include <QSize>
 #include <QSizeF>
 #include <QtEndian>
@@ -13,6 +14,7 @@
 #include <string>
 
 #include "platform/Native.h"
+#include "platform/PictureContent.h"
 
 namespace larder {
 
@@ -43,6 +45,12 @@ quint32 PixelOffset(const QByteArray& dib) {
     return header + entries * 4;
 }
 
+QImage Decoded(QByteArray bytes, const char* format) {
+    QBuffer buffer(&bytes);
+    QImageReader reader(&buffer, format);
+    return MayBeDecoded(reader.size()) ? reader.read() : QImage();
+}
+
 QImage ImageOfDib(const QByteArray& dib) {
     QByteArray file(kFileHeader, '\0');
     auto* bytes = reinterpret_cast<uchar*>(file.data());
@@ -50,7 +58,7 @@ QImage ImageOfDib(const QByteArray& dib) {
     bytes[1] = 'M';
     qToLittleEndian(static_cast<quint32>(dib.size() + kFileHeader), bytes + 2);
     qToLittleEndian(PixelOffset(dib) + kFileHeader, bytes + 10);
-    return QImage::fromData(file + dib, "BMP");
+    return Decoded(file + dib, "BMP");
 }
 
 bool IsWithin(const QSizeF& size, const QSizeF& limit) {
@@ -87,7 +95,7 @@ void SetImage(RichPicture& picture, const QImage& image, PictureKind kind) {
 
 void SetSize(RichPicture& picture, const QSizeF& pixels) {
     const auto twips = [](double side) {
-        return std::max(static_cast<std::int32_t>(std::lround(side * TwipsPerPixel)), 1);
+        return static_cast<std::int32_t>(std::lround(std::max(side, 1.0) * TwipsPerPixel));
     };
     picture.goalWidth = twips(pixels.width());
     picture.goalHeight = twips(pixels.height());
@@ -104,10 +112,10 @@ QImage ImageOf(const RichPicture& picture) {
                                                    static_cast<qsizetype>(picture.bytes->size()));
         switch (picture.kind) {
             case PictureKind::Png:
-                image = QImage::fromData(bytes, "PNG");
+                image = Decoded(bytes, "PNG");
                 break;
             case PictureKind::Jpeg:
-                image = QImage::fromData(bytes, "JPG");
+                image = Decoded(bytes, "JPG");
                 break;
             case PictureKind::Dib:
                 image = ImageOfDib(bytes);

@@ -63,7 +63,6 @@ class APastedPicture : public RichTextBoxTest {
         return {picture.goalWidth / 15, picture.goalHeight / 15};
     }
 
-  private:
     void PasteClipboard() {
         Show();
         Press(Qt::Key_A, Qt::ControlModifier);
@@ -105,7 +104,52 @@ TEST_F(APastedPicture, ThatIsALineIsStillThere) {
     Paste(Noise(5000, 1));
     EXPECT_EQ(ImageOf(Stored()).size(), QSize(1280, 1));
     EXPECT_EQ(Stored().goalWidth, 384 * 15);
-    EXPECT_GT(Stored().goalHeight, 0);
+    EXPECT_EQ(Stored().goalHeight, 15) << "a pixel";
+}
+
+TEST_F(APastedPicture, ThatCannotBeReadChangesNothing) {
+    box_.SetText("before");
+    auto* mime = new QMimeData;
+    mime->setImageData(QVariant(QImage()));
+    mime->setHtml("<img src='https://example.org/large.jpg'>");
+    QApplication::clipboard()->setMimeData(mime);
+    PasteClipboard();
+    EXPECT_EQ(box_.Text(), "before");
+    EXPECT_EQ(box_.SelText(), "before");
+}
+
+TEST_F(APastedPicture, ThatComesAsItsAddressAloneChangesNothing) {
+    box_.SetText("before");
+    auto* mime = new QMimeData;
+    mime->setHtml("<img src='https://example.org/large.jpg'>");
+    QApplication::clipboard()->setMimeData(mime);
+    PasteClipboard();
+    EXPECT_EQ(box_.Text(), "before");
+}
+
+TEST_F(APastedPicture, IsFollowedByTextThatLooksLikeThatBeforeIt) {
+    box_.SetTextRTF(R"({\rtf1{\fonttbl{\f0\froman Georgia;}}\f0\fs30 before})");
+    QApplication::clipboard()->setImage(Noise(30, 20));
+    Show();
+    Press(Qt::Key_End, Qt::ControlModifier);
+    Press(Qt::Key_V, Qt::ControlModifier);
+    Type("behind");
+    box_.Find("behind", 0);
+    EXPECT_EQ(box_.SelFontSize(), 15.0F);
+    EXPECT_NE(box_.SelRTF().find("Georgia"), std::string::npos);
+}
+
+TEST_F(APastedPicture, ThatOnlyMovesWithinTheBookStaysAsItIs) {
+    box_.SetTextRTF(RtfWith(Noise(2000, 1500), "JPG", 9000, 6750).toStdString());
+    const RichPicture before = Stored();
+    Show();
+    Press(Qt::Key_A, Qt::ControlModifier);
+    Press(Qt::Key_X, Qt::ControlModifier);
+    ASSERT_EQ(box_.Text(), "");
+    Press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(*Stored().bytes, *before.bytes);
+    EXPECT_EQ(Stored().goalWidth, 9000);
+    EXPECT_EQ(Stored().goalHeight, 6750);
 }
 
 TEST_F(APastedPicture, InRichTextIsLimitedAlike) {
