@@ -41,7 +41,7 @@ run_fuzz_target() {
     mkdir -p "$corpus" "$findings"
     local -a folders=("$corpus")
     [[ ! -d $seeds ]] || folders+=("$seeds")
-    if QT_QPA_PLATFORM=offscreen "$target" -max_total_time="$2" -timeout=30 -rss_limit_mb=1024 \
+    if QT_QPA_PLATFORM=offscreen "$target" -max_total_time="$2" -timeout=10 -rss_limit_mb=1024 \
         -artifact_prefix="$findings/$name-" "${folders[@]}" >"$log" 2>&1; then
         say "   $name: $(grep -E '^Done [0-9]+ runs' "$log" || echo 'no count of runs')"
     else

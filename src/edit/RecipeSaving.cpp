@@ -58,20 +58,22 @@ class RecipeSaving::Working {
     RecipeSaving& saving_;
 };
 
-// The viewer takes no typing while the editor's text is stored.
+// The viewer takes no typing while the editor's text is stored. With "/E" it is open afterwards to
+// whatever the save has shown.
 class RecipeSaving::ViewerLocked {
   public:
-    ViewerLocked(RecipeEditor& editor, bool wasOpen) : editor_(editor), wasOpen_(wasOpen) {
-        if (wasOpen_) editor_.SetInPlaceEdit(false);
+    ViewerLocked(frmMain& main, bool wasOpen) : main_(main), wasOpen_(wasOpen) {
+        if (wasOpen_) main_.editor.SetInPlaceEdit(false);
     }
     ~ViewerLocked() {
-        if (wasOpen_ && !editor_.InPlaceEdit()) editor_.SetInPlaceEdit(true);
+        const bool opens = wasOpen_ || (main_.booEditMode && main_.viewer.RecipeInBox > 0);
+        if (opens && !main_.editor.InPlaceEdit()) main_.editor.SetInPlaceEdit(true);
     }
     ViewerLocked(const ViewerLocked&) = delete;
     ViewerLocked& operator=(const ViewerLocked&) = delete;
 
   private:
-    RecipeEditor& editor_;
+    frmMain& main_;
     bool wasOpen_;
 };
 
@@ -82,7 +84,7 @@ void RecipeSaving::ibAdd_Click(frmAddRecipe& form) {
     const bool inPlace = main.editor.InPlaceEdit();
     // What follows fills the viewer, and by then it is too late to store what was typed there.
     if (!SaveInPlaceEdit()) return;
-    const ViewerLocked locked(main.editor, inPlace);
+    const ViewerLocked locked(main, inPlace);
     const Working working(*this);
     const std::string caption = form.window.Caption();
     if (Store(form) != Outcome::Stored) {

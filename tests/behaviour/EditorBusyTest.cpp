@@ -140,6 +140,29 @@ TEST_F(ASaveBesideTheViewer, LetsNothingBeTypedThere) {
     EXPECT_TRUE(Main().editor.InPlaceEdit()) << "typing goes on";
 }
 
+TEST_F(ASaveBesideTheViewer, DoesNotOpenItByShowingARecipe) {
+    OpenNew();
+    TypeAnew(Editor().rtbTitle, "Ling");
+    ASSERT_TRUE(Main().viewer.ShowRecipe(4));
+    During([&] {
+        EXPECT_TRUE(Main().viewer.ShowRecipe(5));
+        EXPECT_TRUE(Main().ui.rtbSee.Locked());
+        QTest::keyClicks(Main().ui.rtbSee.Native(), "lost");
+        EXPECT_EQ(Main().ui.rtbSee.Text().substr(0, 7), "Own Roe");
+    });
+    EXPECT_FALSE(Main().ui.rtbSee.Locked()) << "typing goes on";
+}
+
+TEST_F(ASaveBesideTheViewer, LeavesItOpenToTheRecipeThatWasAdded) {
+    OpenNew();
+    TypeAnew(Editor().rtbTitle, "Ling");
+    ClickOn(Editor().ibAdd);
+    ASSERT_EQ(Main().viewer.CurrentRecipe(), 7);
+    EXPECT_FALSE(Main().ui.rtbSee.Locked());
+    EXPECT_TRUE(Main().editor.InPlaceEdit());
+    EXPECT_FALSE(Main().viewer.Modified);
+}
+
 TEST_F(ASaveBesideTheViewer, DoesNotOpenItByItsKey) {
     OpenNew();
     TypeAnew(Editor().rtbTitle, "Ling");
