@@ -10,13 +10,14 @@ build_fuzz_targets() {
     build fuzz tests/fuzz/all
 }
 
-# run_fuzz_targets SECONDS: runs each target for so long and adds it to the count.
+# run_fuzz_targets SECONDS: runs each target for so long, all at once, since one keeps a single
+# processor busy, and adds it to the count.
 #
 # Inputs that a target has found worth keeping stay in build/fuzz/corpus, so that every run goes on
 # from where the one before has stopped; an input that broke it is left in build/fuzz/findings.
 run_fuzz_targets() {
-    local seconds=$1 target status=0
-    local -a targets
+    local seconds=$1 target process status=0
+    local -a targets processes=()
     mapfile -t targets < <(find "$root/build/fuzz/bin" -maxdepth 1 -type f -executable \
         -iname '*fuzz*' | sort)
     if ((${#targets[@]} == 0)); then
@@ -24,7 +25,11 @@ run_fuzz_targets() {
         return 1
     fi
     for target in "${targets[@]}"; do
-        if run_fuzz_target "$target" "$seconds"; then
+        run_fuzz_target "$target" "$seconds" &
+        processes+=("$!")
+    done
+    for process in "${processes[@]}"; do
+        if wait "$process"; then
             passed=$((passed + 1))
         else
             failed=$((failed + 1))
