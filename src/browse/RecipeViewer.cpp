@@ -44,7 +44,8 @@ void RecipeViewer::SetCurrentRecipe(std::int32_t vNewValue) {
 // What was typed in the viewer belongs to the recipe that is current until now. While a save is
 // under way the viewer stays locked: what the save shows at its end would replace what was typed.
 void RecipeViewer::LeaveTypedText() {
-    if (!main.booEditMode || main.editor.Busy()) return;
+    if (!main.booEditMode) return;
+    if (main.editor.Busy()) return main.editor.NoteShown();
     if (!main.editor.SaveInPlaceEdit()) {
         throw Failure(failure::PathAccess, "CurrentRecipe",
                       "The recipe in the viewer is not saved");

@@ -43,6 +43,7 @@ class RecipeEditor {
     void ClickAdd();
     // A save is under way.
     bool Busy() const { return saving_.Busy(); }
+    void NoteShown() { saving_.NoteShown(); }
     // The window, made at the first call.
     frmAddRecipe& Form();
 

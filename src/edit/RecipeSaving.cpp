@@ -58,22 +58,24 @@ class RecipeSaving::Working {
     RecipeSaving& saving_;
 };
 
-// The viewer takes no typing while the editor's text is stored. With "/E" it is open afterwards to
-// whatever the save has shown.
+// The viewer takes no typing while the editor's text is stored. Afterwards it is as it was, or open
+// to the recipe that was shown meanwhile, as with "/E" every one is.
 class RecipeSaving::ViewerLocked {
   public:
-    ViewerLocked(frmMain& main, bool wasOpen) : main_(main), wasOpen_(wasOpen) {
-        if (wasOpen_) main_.editor.SetInPlaceEdit(false);
+    ViewerLocked(RecipeSaving& saving, bool wasOpen) : saving_(saving), wasOpen_(wasOpen) {
+        saving_.shown_ = false;
+        if (wasOpen_) saving_.main.editor.SetInPlaceEdit(false);
     }
     ~ViewerLocked() {
-        const bool opens = wasOpen_ || (main_.booEditMode && main_.viewer.RecipeInBox > 0);
-        if (opens && !main_.editor.InPlaceEdit()) main_.editor.SetInPlaceEdit(true);
+        frmMain& main = saving_.main;
+        const bool opens = saving_.shown_ ? main.viewer.RecipeInBox > 0 : wasOpen_;
+        if (opens && !main.editor.InPlaceEdit()) main.editor.SetInPlaceEdit(true);
     }
     ViewerLocked(const ViewerLocked&) = delete;
     ViewerLocked& operator=(const ViewerLocked&) = delete;
 
   private:
-    frmMain& main_;
+    RecipeSaving& saving_;
     bool wasOpen_;
 };
 
@@ -84,7 +86,7 @@ void RecipeSaving::ibAdd_Click(frmAddRecipe& form) {
     const bool inPlace = main.editor.InPlaceEdit();
     // What follows fills the viewer, and by then it is too late to store what was typed there.
     if (!SaveInPlaceEdit()) return;
-    const ViewerLocked locked(main, inPlace);
+    const ViewerLocked locked(*this, inPlace);
     const Working working(*this);
     const std::string caption = form.window.Caption();
     if (Store(form) != Outcome::Stored) {

@@ -23,6 +23,8 @@ class RecipeSaving {
     bool SaveInPlaceEdit();
     // A save is under way; it lets events run.
     bool Busy() const { return busy_; }
+    // The viewer is about to show a recipe although a save is under way.
+    void NoteShown() { shown_ = true; }
 
   private:
     class Working;
@@ -37,6 +39,7 @@ class RecipeSaving {
 
     frmMain& main;
     bool busy_ = false;
+    bool shown_ = false;  // a recipe, since the save began
 };
 
 }  // namespace larder

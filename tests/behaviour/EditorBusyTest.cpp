@@ -153,7 +153,34 @@ TEST_F(ASaveBesideTheViewer, DoesNotOpenItByShowingARecipe) {
     EXPECT_FALSE(Main().ui.rtbSee.Locked()) << "typing goes on";
 }
 
-TEST_F(ASaveBesideTheViewer, LeavesItOpenToTheRecipeThatWasAdded) {
+TEST_F(ASaveBesideTheViewer, LeavesItLockedWhenItHasNoRecipeAnyMore) {
+    OpenNew();
+    TypeAnew(Editor().rtbTitle, "Ling");
+    ASSERT_TRUE(Main().viewer.ShowRecipe(4));
+    ASSERT_FALSE(Main().ui.rtbSee.Locked());
+    During([&] {
+        Main().viewer.ShowRecipe(6);  // deleted
+        EXPECT_EQ(Main().viewer.RecipeInBox, 0);
+    });
+    EXPECT_TRUE(Main().ui.rtbSee.Locked());
+}
+
+TEST_F(ASaveBesideTheViewer, LeavesItLockedOverTheRecipeInTheEditorWhenItIsRefused) {
+    ASSERT_TRUE(Main().viewer.ShowRecipe(4));
+    OpenOn(4);
+    Ctrl(Qt::Key_A);
+    Press(Qt::Key_Delete);
+    ASSERT_TRUE(Main().ui.rtbSee.Locked());
+    ClickOn(Editor().ibAdd);
+    ASSERT_EQ(Boxes.Shown.size(), 1U) << "there is no title";
+    EXPECT_TRUE(Main().ui.rtbSee.Locked());
+    EXPECT_FALSE(Main().editor.InPlaceEdit());
+}
+
+TEST_F(ASaveBesideTheViewer, OpensItToTheRecipeThatWasAdded) {
+    OpenOn(4);
+    ClickOn(Editor().ibCancel);
+    ASSERT_TRUE(Main().ui.rtbSee.Locked());
     OpenNew();
     TypeAnew(Editor().rtbTitle, "Ling");
     ClickOn(Editor().ibAdd);
