@@ -118,7 +118,9 @@ std::shared_ptr<const Picture::Content> ReadPhotograph(QFile& file) {
 bool MayBeDecoded(const QSize& pixels) {
     constexpr qint64 limit = 100'000'000;
     QImageReader::setAllocationLimit(static_cast<int>(limit * 8 / (1024 * 1024)));
-    return !pixels.isEmpty() && qint64{pixels.width()} * pixels.height() <= limit;
+    // A bitmap that begins at its top has a negative height.
+    const qint64 count = qAbs(qint64{pixels.width()} * pixels.height());
+    return count > 0 && count <= limit;
 }
 
 Picture Picture::FromArt(const std::string& name) {

@@ -95,12 +95,13 @@ std::optional<Incoming> IncomingFrom(const QMimeData& source, const RichTextBase
         if (HasWords(text.Units())) return text;
     }
     // Of a picture that was copied by itself, a browser gives the address as HTML.
-    if (source.hasImage() && (isHtml || !source.hasText())) {
+    const QString words = source.text();
+    if (source.hasImage() && (isHtml || words.isEmpty())) {
         const auto image = qvariant_cast<QImage>(source.imageData());
         if (!image.isNull()) return FromImage(image, base);
     }
-    if (source.hasText() && !source.text().isEmpty()) return source.text().toStdU16String();
-    return std::nullopt;
+    if (words.isEmpty()) return std::nullopt;
+    return words.toStdU16String();
 }
 
 Incoming InOneLine(const Incoming& incoming) {

@@ -4,9 +4,12 @@
 #include <QBuffer>
 #include <QClipboard>
 #include <QImage>
+#include <QImageReader>
 #include <QMimeData>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QtEndian>
+#include <memory>
 #include <random>
 
 #include "behaviour/support/EditorBook.h"
@@ -164,6 +167,33 @@ TEST_F(APastedPicture, InRichTextIsLimitedAlike) {
     PasteRtf(RtfWith(Noise(100, 100), "PNG", 15000, 7500));
     EXPECT_EQ(ImageOf(Stored()).size(), QSize(100, 100));
     EXPECT_EQ(Goal(Stored()), QSize(384, 192)) << "the proportions of the text";
+}
+
+TEST_F(APastedPicture, OfFiftyMegapixelsIsReadWhateverQtAllows) {
+    QImage large(8160, 6120, QImage::Format_RGB32);
+    large.fill(Qt::red);
+    QImageReader::setAllocationLimit(128);
+    PasteRtf(RtfWith(large, "JPG", 24000, 18000));
+    EXPECT_EQ(ImageOf(Stored()).size(), QSize(1280, 960));
+}
+
+TEST_F(APastedPicture, ThatIsABitmapFromTheTopIsRead) {
+    QByteArray bmp = Encoded(Noise(40, 30), "BMP");
+    const quint32 height = 0U - 30U;
+    qToLittleEndian(height, bmp.data() + 22);
+    RichPicture picture;
+    picture.kind = PictureKind::Dib;
+    picture.bytes = std::make_shared<const std::string>(bmp.mid(14).toStdString());
+    EXPECT_EQ(ImageOf(picture).size(), QSize(40, 30));
+}
+
+TEST_F(APastedPicture, BesideAnEmptyTextIsTaken) {
+    auto* mime = new QMimeData;
+    mime->setImageData(Noise(30, 20));
+    mime->setText("");
+    QApplication::clipboard()->setMimeData(mime);
+    PasteClipboard();
+    EXPECT_EQ(Goal(Stored()), QSize(30, 20));
 }
 
 TEST_F(APastedPicture, InRichTextThatIsSmallIsKeptByteForByte) {
