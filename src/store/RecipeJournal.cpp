@@ -72,7 +72,10 @@ void RecipeJournal::Forget() {
 }
 
 void RecipeJournal::SettleFiles() {
-    if (unfinished_ && IsSettledAlready(*unfinished_)) Forget();
+    if (unfinished_ && IsSettledAlready(*unfinished_)) {
+        settled_.Changed = true;
+        Forget();
+    }
     if (unfinished_) {
         RequireFilesOf(*unfinished_);
         SettleUnfinished();

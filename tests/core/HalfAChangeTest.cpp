@@ -166,6 +166,33 @@ TEST_F(HalfAChange, LeavesNoFileOpenToBeWrittenWhenItIsRefused) {
     EXPECT_EQ(Own(), left + "more");
 }
 
+TEST_F(HalfAChange, ThatIsCompleteLeavesNoFileOpenToBeWrittenWhenItsFlushFails) {
+    const std::string bytes = "Dab\r\n";
+    RecordChange change;
+    change.TextLength = static_cast<std::int64_t>(own.Text.size());
+    change.IndexLength = 12;
+    change.Position = 1;
+    change.Old = own.Text.substr(0, bytes.size());
+    change.SetNew(bytes);
+    session.Files.CloseAll();
+    folder.Write("Data/Recipes Temp.ydb", JournalOf(change));
+    Overwrite(1, bytes);
+    const std::string text = Own();
+    session.Files.Watch([](const NumberedFiles::Access& access) {
+        if (access.Number == 21 && access.Kind == "flush") {
+            throw Failure(failure::DeviceError, "disk");
+        }
+    });
+    session.Store.OpenYDB_IND_Normal();
+    EXPECT_TRUE(folder.Exists("Data/Recipes Temp.ydb"));
+    EXPECT_NE(Ignoring([&] {
+                  session.Files.Seek(21, 1);
+                  session.Files.Write(21, "x");
+              }),
+              0);
+    EXPECT_EQ(Own(), text);
+}
+
 TEST_F(HalfAChange, ThatAnotherRunHasTakenBackHindersNothing) {
     for (const bool adds : {true, false}) {
         SCOPED_TRACE(adds);
